@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 /// One piece of an analysis string.
 ///
@@ -67,6 +68,9 @@ public:
 
     /// True if the first lemma is strictly shorter, in bytes.
     static bool CompareLemaLuzera(const Analisia& a, const Analisia& b);
+
+private:
+    void read_tags(std::string_view text);
 };
 
 /// True if the first lemma sorts strictly before the second, by unsigned bytes, a prefix

@@ -10,6 +10,10 @@
 #include "HPsarrera.h"
 #include "Sarea.h"
 
+namespace lemara {
+class DictionaryIndex;
+}  // namespace lemara
+
 /// The user's own words.
 ///
 /// Each word has a class tag: "<ARR>" common noun, "<IZO>" adjective, "<ADI>" verb, "<PIB>"
@@ -77,7 +81,6 @@ public:
     std::string lortuAditzizen(const std::string& aditza) const;
 
 private:
-    std::vector<std::unique_ptr<HPsarrera>> kenduak;  // removed entries, kept to the end
-
-    void release();
+    std::vector<std::unique_ptr<HPsarrera>> kenduak;    // removed entries, kept to the end
+    std::unique_ptr<lemara::DictionaryIndex> aurkibidea;  // finds what the containers hold
 };

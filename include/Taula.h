@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,9 @@
 #include "Egoera.h"
 
 namespace lemara {
+
+class TableForms;
+struct TableInside;
 
 /// Bytes of a token that the analysis walk reads.
 constexpr std::size_t WALK_LIMIT = 999;
@@ -51,6 +55,12 @@ constexpr std::size_t PATH_LIMIT = std::size_t{1} << 20;
 ///
 /// Text and symbols are 8-bit Latin-1; lengths are in bytes. Loading fills the table; after
 /// that any number of threads may search it at once.
+///
+/// Searches run on a packed form of the graph, which is made when a table is loaded. It is
+/// made anew by the first search behind an operation that changes the graph: kargatu...,
+/// addZubiaTaulan, addEgoera, deleteEgoerak, Egoera::addZubia, Egoera::deleteZubiak. A host
+/// that writes into the fields of states and arcs itself does so before the first search, or
+/// calls one of these afterwards.
 ///
 /// No table can harm a search, whatever its bytes. An arc whose target does not exist, a null
 /// state and a null arc are dead ends. A search does not enter a state a second time on one
@@ -165,4 +175,9 @@ public:
                                           std::vector<Analisia>& emaitzak, int egoera,
                                           char* goikoa, char* behekoa, bool etiketanGelditu,
                                           bool ordezkatzeko) const;
+
+private:
+    friend struct lemara::TableInside;
+
+    std::unique_ptr<lemara::TableForms> formak;  // what searches run on
 };

@@ -39,10 +39,14 @@ std::string read_lemma(std::string_view text) {
     }
     std::string lemma;
     while (i < text.size()) {
+        const std::size_t plain = std::min(text.find_first_of("<[", i), text.size());
+        lemma.append(text.substr(i, plain - i));
+        i = plain;
+        if (i == text.size()) break;
         if (text[i] == '<') {
             if (i + 1 >= text.size() || text[i + 1] != '0') break;
             i = behind(text, '>', i);
-        } else if (text[i] == '[') {
+        } else {
             i = behind(text, ']', i);
             if (i >= text.size()) break;
             // Kept on purpose: whatever tag follows a bracket group does not end the lemma,
@@ -52,8 +56,6 @@ std::string read_lemma(std::string_view text) {
             } else {
                 lemma += text[i++];
             }
-        } else {
-            lemma += text[i++];
         }
     }
     return lemma;
@@ -83,38 +85,29 @@ bool is_quality(std::string_view name) { return starts_with(name, "0"); }
 bool is_opinion(std::string_view name) { return starts_with(name, "1"); }
 bool is_hp_class(std::string_view name) { return starts_with(name, "hp"); }
 
-std::string ordinary_tags(std::string_view text) {
-    std::string result;
-    for_each_tag(text, [&](std::string_view name) {
-        if (is_hp_class(name) || is_quality(name) || is_opinion(name)) return;
-        result += ' ';
-        result += name;
-    });
-    return result;
+void append_name(std::string& list, std::string_view name) {
+    list += ' ';
+    list += name;
 }
 
-std::string tags_in_twol(std::string_view text) {
-    std::string result;
-    for_each_tag(text, [&](std::string_view name) {
-        // Kept on purpose: all names in "h" are left out, and the empty one, where `etiketa`
-        // leaves out "hp" alone. A tag <hX> is in `etiketa`, not in `twol`.
-        if (name.empty() || name[0] == 'h') return;
-        if (is_quality(name) || is_opinion(name)) return;
-        result += '+';
-        result += static_cast<char>(orbi_toupper(static_cast<unsigned char>(name[0])));
-        for (const char c : name.substr(1)) {
-            result += static_cast<char>(orbi_tolower(static_cast<unsigned char>(c)));
-        }
-    });
-    return result;
+/// Appends an ordinary name behind a plus, recased to one capital.
+void append_twol(std::string& list, std::string_view name) {
+    // Kept on purpose: all names in "h" are left out, and the empty one, where `etiketa`
+    // leaves out "hp" alone. A tag <hX> is in `etiketa`, not in `twol`.
+    if (name.empty() || name[0] == 'h') return;
+    list += '+';
+    list += static_cast<char>(orbi_toupper(static_cast<unsigned char>(name[0])));
+    for (const char c : name.substr(1)) {
+        list += static_cast<char>(orbi_tolower(static_cast<unsigned char>(c)));
+    }
 }
 
-std::string tags_of_kind(std::string_view text, bool (*is_kind)(std::string_view)) {
+/// The tags of one kind, each behind a blank.
+template <class IsKind>
+std::string tags_of_kind(const char* analysis, IsKind is_kind) {
     std::string result;
-    for_each_tag(text, [&](std::string_view name) {
-        if (!is_kind(name)) return;
-        result += ' ';
-        result += name;
+    for_each_tag(text_of(analysis), [&](std::string_view name) {
+        if (!is_hp_class(name) && is_kind(name)) append_name(result, name);
     });
     return result;
 }
@@ -135,32 +128,56 @@ Analisia::Analisia(std::string analisia_, std::string hiztegia_)
     : analisia(std::move(analisia_)), hiztegia(std::move(hiztegia_)) {
     const std::string_view text = lemara::up_to_nul(analisia);
     lema = read_lemma(text);
-    etiketa = ordinary_tags(text);
-    twol = tags_in_twol(text);
+    const std::size_t tags = text.find('<');
+    if (tags != std::string_view::npos) read_tags(text.substr(tags));
     // A plus marks a boundary inside a word. A lemma that is just "+" is that sign, and a web
     // address keeps its own.
-    if (lema.size() >= 2 && !contains(etiketa, "WEB")) {
+    if (lema.size() >= 2 && contains(lema, "+") && !contains(etiketa, "WEB")) {
         lema.erase(std::remove(lema.begin(), lema.end(), '+'), lema.end());
     }
-    tasuna = tags_of_kind(text, is_quality);
-    iritzia = tags_of_kind(text, is_opinion);
+    if (!contains(text, "[")) return;
     sai = read_group(text, "[s=");
     hobe = read_group(text, "[h=");
     erabili = read_group(text, "[e=");
 }
 
-std::string Analisia::ateraEtiketa(const char* text) const {
-    return ordinary_tags(text_of(text));
+/// The four lists of tags in one pass; what each takes is told at its extractor.
+void Analisia::read_tags(std::string_view text) {
+    etiketa.reserve(text.size());
+    twol.reserve(text.size());
+    for_each_tag(text, [&](std::string_view name) {
+        if (is_hp_class(name)) return;
+        if (is_quality(name)) {
+            append_name(tasuna, name);
+        } else if (is_opinion(name)) {
+            append_name(iritzia, name);
+        } else {
+            append_name(etiketa, name);
+            append_twol(twol, name);
+        }
+    });
 }
 
-std::string Analisia::ateraTWOL(const char* text) const { return tags_in_twol(text_of(text)); }
+std::string Analisia::ateraEtiketa(const char* text) const {
+    return tags_of_kind(text, [](std::string_view name) {
+        return !is_quality(name) && !is_opinion(name);
+    });
+}
+
+std::string Analisia::ateraTWOL(const char* text) const {
+    std::string result;
+    for_each_tag(text_of(text), [&](std::string_view name) {
+        if (!is_quality(name) && !is_opinion(name)) append_twol(result, name);
+    });
+    return result;
+}
 
 std::string Analisia::ateraTasuna(const char* text) const {
-    return tags_of_kind(text_of(text), is_quality);
+    return tags_of_kind(text, is_quality);
 }
 
 std::string Analisia::ateraIritzia(const char* text) const {
-    return tags_of_kind(text_of(text), is_opinion);
+    return tags_of_kind(text, is_opinion);
 }
 
 bool Analisia::CompareLemaLuzera(const Analisia& a, const Analisia& b) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "Analisia.h"
+#include "analysis/tag_scan.h"
 #include "analysis/text_pieces.h"
 #include "karaktereak.h"
 
@@ -34,6 +35,26 @@ constexpr std::string_view FALSE_POSTPOSITIONS[] = {
     "ondo<IZE>", "bera<ADJ>", "be<IZE>",    "zut<ADJ>",
 };
 
+bool fits_token(std::string_view token, std::string_view analysis,
+                const lemara::TagScan& tags) {
+    if (!case_fits(token, analysis)) return false;
+    if ((tags.person_or_place || tags.other_name) && begins_small(token)) return false;
+    return !tags.symbol || starts_with(token, ateraGoitik(analysis.data(), "L"));
+}
+
+bool is_false_lemma(std::string_view analysis, const lemara::TagScan& tags) {
+    if (contains(analysis, " ")) {  // every one of the list holds a blank
+        for (const std::string_view lemma : FALSE_LEMMAS) {
+            if (contains(analysis, lemma)) return true;
+        }
+    }
+    if (!tags.postposition) return false;
+    for (const std::string_view lemma : FALSE_POSTPOSITIONS) {
+        if (contains(analysis, lemma)) return true;
+    }
+    return contains(analysis, "ondorengo") && contains(analysis, "<ELI_IZE>");
+}
+
 }  // namespace
 
 bool egiaztatuIzenLehenMaiuskulak(const char* tokena, const char* analisia) {
@@ -48,15 +69,8 @@ bool egiaztatuIzenBereziak(const char* tokena, const char* analisia) {
 }
 
 bool egiaztatuIzenBereziakEtaSinboloak(const char* tokena, const char* analisia) {
-    const std::string_view token = text_of(tokena), analysis = text_of(analisia);
-    if (!case_fits(token, analysis)) return false;
-    const bool name = contains(analysis, "<PIB>") || contains(analysis, "<LIB>") ||
-                      contains(analysis, "<IZB>");
-    if (name && begins_small(token)) return false;
-    if (contains(analysis, "<SNB>") || contains(analysis, "<SIG>")) {
-        return starts_with(token, ateraGoitik(text_of(analisia).data(), "L"));
-    }
-    return true;
+    const std::string_view analysis = text_of(analisia);
+    return fits_token(text_of(tokena), analysis, lemara::TagScan(analysis));
 }
 
 bool egiaztatuLAB(const char* tokena, const char* analisia) {
@@ -71,14 +85,12 @@ bool egiaztatuLAB(const char* tokena, const char* analisia) {
 
 bool kenduHAULtxarrak(const char* analisia, const char*) {
     const std::string_view analysis = text_of(analisia);
-    for (const std::string_view lemma : FALSE_LEMMAS) {
-        if (contains(analysis, lemma)) return false;
-    }
-    if (!contains(analysis, "<PSP>")) return true;
-    for (const std::string_view lemma : FALSE_POSTPOSITIONS) {
-        if (contains(analysis, lemma)) return false;
-    }
-    return !(contains(analysis, "ondorengo") && contains(analysis, "<ELI_IZE>"));
+    return !is_false_lemma(analysis, lemara::TagScan(analysis));
+}
+
+bool lemara::is_kept_by_filters(std::string_view token, std::string_view analysis) {
+    const TagScan tags(analysis);
+    return fits_token(token, analysis, tags) && !is_false_lemma(analysis, tags);
 }
 
 bool kalkulatuMaiuskulak(const char* hitza) {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "analysis/text_pieces.h"
+#include "dictionary/DictionaryIndex.h"
 #include "iragazkiak.h"
 #include "karaktereak.h"
 
@@ -24,25 +25,21 @@ int case_class(const std::string& lowered_start, const std::string& word) {
 
 }  // namespace
 
-HiztegiPertsonala::HiztegiPertsonala() : gutxieneko_luzera(0), gehienezko_hitzak(0) {}
+HiztegiPertsonala::HiztegiPertsonala()
+    : gutxieneko_luzera(0),
+      gehienezko_hitzak(0),
+      aurkibidea(std::make_unique<lemara::DictionaryIndex>()) {}
 
-HiztegiPertsonala::HiztegiPertsonala(const std::string& path)
-    : fitxategia(path), gutxieneko_luzera(0), gehienezko_hitzak(0) {
-    try {
-        kargatu_fitxategia();
-    } catch (...) {
-        release();
-        throw;
-    }
+// An exception out of this body comes after the default constructor is done, so the destructor
+// runs and frees what was loaded.
+HiztegiPertsonala::HiztegiPertsonala(const std::string& path) : HiztegiPertsonala() {
+    fitxategia = path;
+    kargatu_fitxategia();
 }
 
-HiztegiPertsonala::~HiztegiPertsonala() { release(); }
-
-void HiztegiPertsonala::release() {
+HiztegiPertsonala::~HiztegiPertsonala() {
     for (auto& root : erroak) delete root.second;
     for (HPsarrera* record : sarrerak) delete record;
-    erroak.clear();
-    sarrerak.clear();
 }
 
 std::vector<Analisia> HiztegiPertsonala::analizatu(const std::string& hitza,

@@ -10,6 +10,7 @@
 
 #include "HiztegiPertsonala.h"
 #include "analysis/text_pieces.h"
+#include "dictionary/DictionaryIndex.h"
 #include "karaktereak.h"
 
 namespace {
@@ -114,11 +115,7 @@ std::string file_line(const std::string& word, const std::string& tag,
 void HiztegiPertsonala::gehitu_sarrera(bool fitxategian, const std::string& sarrera,
                                        const std::string& kategoria, const std::string& hobe,
                                        const std::string& erabili, const std::string& sai) {
-    for (const HPsarrera* record : sarrerak) {
-        if (record != nullptr && record->lema == sarrera && record->kategoria == kategoria) {
-            return;
-        }
-    }
+    if (!aurkibidea->find(sarrerak, sarrera, kategoria).empty()) return;
     if (fitxategian) {
         std::ofstream file(fitxategia, std::ios::binary | std::ios::app);
         file << '\n' << file_line(sarrera, kategoria, hobe, erabili);
@@ -126,13 +123,15 @@ void HiztegiPertsonala::gehitu_sarrera(bool fitxategian, const std::string& sarr
     auto record =
         std::make_unique<HPsarrera>(sarrera, kategoria, "", hobe, erabili, "HP", "");
     sarrerak.push_back(record.get());
-    record.release();
+    aurkibidea->add(record.release());
 
     const std::string lemma = is_name_class(kategoria) ? sarrera : tolowercase(sarrera);
     for (const Paradigm& row : paradigms_of(*this, sarrera, kategoria)) {
         auto entry = std::make_unique<HPsarrera>(lemma, row.tags, row.stem, hobe, erabili, sai,
                                                  row.name);
         // A stem that is taken stays with the word that had it first.
-        if (erroak.emplace(tolowercase(row.stem), entry.get()).second) entry.release();
+        const std::string key = tolowercase(row.stem);
+        if (!erroak.emplace(key, entry.get()).second) continue;
+        aurkibidea->add_root(key, entry.release());
     }
 }

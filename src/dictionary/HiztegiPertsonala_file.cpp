@@ -10,6 +10,7 @@
 
 #include "HiztegiPertsonala.h"
 #include "analysis/text_pieces.h"
+#include "dictionary/DictionaryIndex.h"
 
 namespace {
 
@@ -67,25 +68,24 @@ void HiztegiPertsonala::kargatu_fitxategia() {
 
 void HiztegiPertsonala::kendu_sarrera(bool fitxategian, const std::string& sarrera,
                                       const std::string& kategoria) {
-    const auto gone = std::stable_partition(
-        sarrerak.begin(), sarrerak.end(), [&](const HPsarrera* record) {
-            return record == nullptr ||
-                   !(record->lema == sarrera && record->kategoria == kategoria);
-        });
-    for (auto record = gone; record != sarrerak.end(); ++record) kenduak.emplace_back(*record);
-    sarrerak.erase(gone, sarrerak.end());
+    for (HPsarrera* record : aurkibidea->find(sarrerak, sarrera, kategoria)) {
+        const auto place = std::find(sarrerak.begin(), sarrerak.end(), record);
+        if (place == sarrerak.end()) continue;  // a host took it out of the container
+        sarrerak.erase(place);
+        kenduak.emplace_back(record);
+    }
+    aurkibidea->remove(sarrera, kategoria);
 
     // Kept on purpose: paradigm entries of common words have their lemma in small letters, so
     // a word that was added with a capital keeps them until the next load.
-    for (auto root = erroak.begin(); root != erroak.end();) {
-        HPsarrera* entry = root->second;
-        if (entry != nullptr && entry->lema == sarrera &&
-            lemara::contains(entry->kategoria, kategoria)) {
-            kenduak.emplace_back(entry);
-            root = erroak.erase(root);
-        } else {
-            ++root;
+    for (const std::string& key : aurkibidea->roots_of(erroak, sarrera)) {
+        const auto root = erroak.find(key);
+        if (root == erroak.end() || !lemara::contains(root->second->kategoria, kategoria)) {
+            continue;
         }
+        kenduak.emplace_back(root->second);
+        erroak.erase(root);
+        aurkibidea->remove_root(key, sarrera);
     }
 
     if (!fitxategian) return;

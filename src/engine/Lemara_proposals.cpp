@@ -1,12 +1,14 @@
 // Which candidates for a misspelt word reach the user. Tests:
 // tests/engine/Lemara_proposals_test.cpp.
-#include <map>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
+#include "engine/CandidateJudge.h"
+#include "proposals/edits.h"
 
 namespace {
 
@@ -30,28 +32,38 @@ void restore_case(const std::string& word, std::vector<std::string>& proposals) 
 }  // namespace
 
 std::vector<std::string> Lemara::lortu_ezzg_proposamenak(const std::string& hitza) const {
-    const std::map<int, std::vector<std::string>> candidates =
-        proposamen_hautagaiak_lortu(hitza);
+    const lemara::CandidateJudge judge(*this, hitza);
     std::vector<std::string> proposals;
 
-    const auto take_all = [&](int key) {
-        for (const std::string& candidate : candidates.at(key)) {
-            if (isValid(candidate, false)) proposals.push_back(candidate);
-        }
+    // Visitors that keep the edits of a word that are valid: all of them, or up to the limit.
+    const auto keep_from = [&](const std::string& word, std::size_t limit) {
+        return [&, limit](const lemara::Edit& edit) {
+            if (judge.is_valid(word, edit)) proposals.push_back(lemara::applied(word, edit));
+            return proposals.size() < limit;
+        };
     };
-    const auto take_some = [&](int key) {
-        for (const std::string& candidate : candidates.at(key)) {
-            if (proposals.size() >= MOST_LATE_PROPOSALS) return;
-            if (isValid(candidate, false)) proposals.push_back(candidate);
-        }
+    const auto all_of = [&](const std::string& word) {
+        return keep_from(word, std::numeric_limits<std::size_t>::max());
+    };
+    const auto some_of = [&](const std::string& word) {
+        return keep_from(word, MOST_LATE_PROPOSALS);
     };
 
-    for (const int key : {1, 2, 3}) take_all(key);
-    if (proposals.empty()) {
-        // Kept on purpose: 5 is read before 4.
-        for (const int key : {5, 4}) take_some(key);
+    for (std::string& candidate : sortu_proposamen_hautagaiak_MAI(hitza.c_str())) {
+        if (isValid(candidate, false)) proposals.push_back(std::move(candidate));
     }
-    if (proposals.empty()) take_some(6);
+    lemara::for_each_swap(judge.typed(), all_of(judge.typed()));
+    lemara::for_each_known_error(judge.folded(), all_of(judge.folded()));
+    if (proposals.empty()) {
+        lemara::for_each_letter_too_many_or_few(judge.folded(), some_of(judge.folded()));
+        // Kept on purpose: missing blanks come behind letters, in what is generated before.
+        if (proposals.size() < MOST_LATE_PROPOSALS) {
+            lemara::for_each_missing_blank(judge.folded(), some_of(judge.folded()));
+        }
+    }
+    if (proposals.empty()) {
+        lemara::for_each_wrong_letter(judge.typed(), some_of(judge.typed()));
+    }
     restore_case(hitza, proposals);
     return proposals;
 }

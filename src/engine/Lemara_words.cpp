@@ -7,6 +7,7 @@
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
 #include "engine/unknown_forms.h"
+#include "tables/token_walk.h"
 #include "text/sentence_analysis.h"
 
 using lemara::contains;
@@ -72,12 +73,11 @@ bool Lemara::is_valid_text(const std::string& text) const {
 
 bool Lemara::is_in_networks(const std::string& word) const {
     for (const auto& entry : sareak) {
-        const Sarea* network = find_network(entry.first);
-        if (network == nullptr || network->taula->hiztegia == PARADIGM_NETWORK) continue;
+        const Sarea* network = entry.second;
+        if (network == nullptr || network->taula == nullptr) continue;
+        if (network->taula->hiztegia == PARADIGM_NETWORK) continue;
         // A good analysis with "MAT" in its tags makes no word valid for the speller.
-        for (const Analisia& analysis : network->taula->analizatuTokena(word)) {
-            if (!contains(analysis.etiketa, "MAT")) return true;
-        }
+        if (lemara::has_word(*network->taula, word)) return true;
     }
     return false;
 }

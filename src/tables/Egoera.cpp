@@ -4,6 +4,8 @@
 #include <iostream>
 #include <utility>
 
+#include "tables/forms.h"
+
 Egoera::Egoera() : final(false) {}
 
 Egoera::Egoera(std::vector<Zubia*> arcs, bool is_final)
@@ -11,7 +13,10 @@ Egoera::Egoera(std::vector<Zubia*> arcs, bool is_final)
 
 Egoera::~Egoera() = default;
 
-void Egoera::addZubia(Zubia* zubia) { zubiak.push_back(zubia); }
+void Egoera::addZubia(Zubia* zubia) {
+    zubiak.push_back(zubia);
+    lemara::note_graph_change();
+}
 
 bool Egoera::hasZubia(const std::string& ikurra) const {
     return std::any_of(zubiak.begin(), zubiak.end(), [&](const Zubia* arc) {
@@ -24,6 +29,7 @@ void Egoera::deleteZubiak() {
         delete arc;
         arc = nullptr;
     }
+    lemara::note_graph_change();
 }
 
 void Egoera::printEgoera() const {

@@ -6,6 +6,9 @@
 #include <iostream>
 #include <utility>
 
+#include "tables/forms.h"
+#include "tables/token_walk.h"
+
 long file_length = 0;
 
 namespace {
@@ -16,13 +19,29 @@ bool is_index(int state, const std::vector<Egoera*>& states) {
 
 }  // namespace
 
-Taula::Taula() = default;
+struct lemara::TableInside {
+    static TableForms& forms(const Taula& table) { return *table.formak; }
+};
 
-Taula::Taula(std::string path) : fitxategia(std::move(path)) { kargatu(); }
+const lemara::PackedView& lemara::packed_form(const Taula& table) {
+    return TableInside::forms(table).packed(table.egoerak);
+}
 
-Taula::Taula(std::string path, int count)
-    : fitxategia(std::move(path)),
-      egoerak(static_cast<std::size_t>(std::max(count, 0)), nullptr) {}
+lemara::Acceptor& lemara::acceptor_of(const Taula& table) {
+    return TableInside::forms(table).acceptor(table.egoerak);
+}
+
+Taula::Taula() : formak(std::make_unique<lemara::TableForms>()) {}
+
+Taula::Taula(std::string path) : Taula() {
+    fitxategia = std::move(path);
+    kargatu();
+}
+
+Taula::Taula(std::string path, int count) : Taula() {
+    fitxategia = std::move(path);
+    egoerak.resize(static_cast<std::size_t>(std::max(count, 0)), nullptr);
+}
 
 Taula::~Taula() { deleteEgoerak(); }
 
@@ -36,7 +55,10 @@ void Taula::addZubiaTaulan(int egoera, bool final, Zubia* zubia) {
     state.addZubia(zubia);
 }
 
-void Taula::addEgoera(Egoera* egoera) { egoerak.push_back(egoera); }
+void Taula::addEgoera(Egoera* egoera) {
+    egoerak.push_back(egoera);
+    lemara::note_graph_change();
+}
 
 void Taula::deleteEgoerak() {
     for (Egoera*& state : egoerak) {
@@ -45,6 +67,7 @@ void Taula::deleteEgoerak() {
         delete state;
         state = nullptr;
     }
+    lemara::note_graph_change();
 }
 
 void Taula::printEgoera(int egoera) const {

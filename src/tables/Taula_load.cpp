@@ -16,6 +16,8 @@
 
 #include "Taula.h"
 #include "analysis/text_pieces.h"
+#include "tables/forms.h"
+#include "tables/token_walk.h"
 
 using lemara::starts_with;
 
@@ -145,8 +147,16 @@ void add_record(Taula& table, const Record& record) {
     }
     // Kept on purpose: every record writes the state's `final`, so an arc behind a final
     // record leaves it false. The pseudo-arc alone lets a word end.
-    table.addZubiaTaulan(record.source, record.final,
-                         new Zubia(record.target, record.upper, record.lower));
+    Egoera* state = table.egoerak[static_cast<std::size_t>(record.source)];
+    if (state == nullptr) return;
+    state->final = record.final;
+    state->zubiak.push_back(new Zubia(record.target, record.upper, record.lower));
+}
+
+/// Ends a load: the searches are to see what it brought.
+void finish(const Taula& table) {
+    lemara::note_graph_change();
+    lemara::packed_form(table);
 }
 
 /// Appends `count` empty states; fewer if a text of that length can't mean so many.
@@ -154,7 +164,7 @@ void add_states(Taula& table, long count, std::size_t bytes) {
     const long most = std::max(lemara::TRUSTED_STATES,
                                static_cast<long>(std::min<std::size_t>(bytes, INT_MAX)));
     const long made = std::min(count, most);
-    for (long i = 0; i < made; ++i) table.addEgoera(new Egoera());
+    for (long i = 0; i < made; ++i) table.egoerak.push_back(new Egoera());
 }
 
 std::size_t size_of(std::FILE* file) {
@@ -220,6 +230,7 @@ void Taula::kargatu_taula() {
         text = lemara::up_to_nul(text);
         if (text.size() >= SHORTEST_RECORD) add_record(*this, read_record(text));
     }
+    finish(*this);
 }
 
 void Taula::kargatu_taula(const char* testua, long kopurua) {
@@ -237,9 +248,10 @@ void Taula::kargatu_taula(const char* testua, long kopurua) {
         rest.remove_prefix(end + 1);
         if (line.size() < SHORTEST_RECORD) continue;
         const Record record = read_record(line);
-        if (!record.whole) return;
+        if (!record.whole) break;
         add_record(*this, record);
     }
+    finish(*this);
 }
 
 int Taula::kontataulaSFST(const char* path) const {

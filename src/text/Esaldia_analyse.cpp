@@ -9,6 +9,7 @@
 
 #include "Esaldia.h"
 #include "analysis/text_pieces.h"
+#include "tables/token_walk.h"
 #include "text/sentence_analysis.h"
 
 namespace {
@@ -31,26 +32,6 @@ std::string run_text(const std::vector<Tokena>& tokens, std::size_t first,
     if (text.size() >= CUT_LENGTH) text.pop_back();
     if (!text.empty() && text.back() == ' ') text.pop_back();
     return text;
-}
-
-/// Makes one token of a run and gives it the analyses.
-void merge_run(std::vector<Tokena>& tokens, std::size_t first, std::size_t last,
-               std::string text, std::vector<Analisia> analyses) {
-    Tokena& token = tokens[first];
-    token.hutsunea = tokens[last - 1].hutsunea;
-    token.testua = std::move(text);
-    token.analisiak.insert(token.analisiak.end(),
-                           std::make_move_iterator(analyses.begin()),
-                           std::make_move_iterator(analyses.end()));
-    const std::size_t surplus = last - first - 1;
-    if (surplus == 0) return;
-    // Kept on purpose: text and blank alone move up. The case flags stay where they were, so
-    // the tokens behind a merge carry those of the tokens that stood there before.
-    for (std::size_t i = last; i < tokens.size(); ++i) {
-        tokens[i - surplus].testua = std::move(tokens[i].testua);
-        tokens[i - surplus].hutsunea = tokens[i].hutsunea;
-    }
-    tokens.resize(tokens.size() - surplus);
 }
 
 void mark_unknown(Tokena& token, const std::string& text) {
@@ -87,47 +68,88 @@ const Sarea* lemara::find_network(const Networks& networks, const std::string& k
     return found->second->taula == nullptr ? nullptr : found->second;
 }
 
+void lemara::RunAnalyser::append_networks(const std::string& text, int token_count,
+                                          bool is_prefix, std::vector<Analisia>& analyses) {
+    std::size_t number = 0;
+    for (const auto& entry : networks_) {
+        std::size_t& reach = reach_[number++];
+        const Sarea* network = entry.second;
+        if (network == nullptr || network->taula == nullptr) continue;
+        if (network->taula->hiztegia == "hp" || network->maila < token_count) continue;
+        if (is_prefix && std::min(text.size(), WALK_LIMIT) > reach) continue;
+        TokenAnalyses found = analyse_token(*network->taula, text);
+        reach = found.reach;
+        if (analyses.empty()) {
+            analyses = std::move(found.records);
+        } else {
+            for (Analisia& analysis : found.records) analyses.push_back(std::move(analysis));
+        }
+    }
+}
+
+std::vector<Analisia> lemara::RunAnalyser::analyse(const std::string& text, int token_count,
+                                                   bool is_prefix) {
+    std::vector<Analisia> analyses;
+    const bool ask_dictionary = is_admissible(dictionary_, token_count);
+    if (dictionary_first_ && ask_dictionary) {
+        append_dictionary(networks_, dictionary_, text, token_count, analyses);
+    }
+    if (analyses.empty()) append_networks(text, token_count, is_prefix, analyses);
+    if (!dictionary_first_ && ask_dictionary) {
+        append_dictionary(networks_, dictionary_, text, token_count, analyses);
+    }
+    return analyses;
+}
+
 std::vector<Analisia> lemara::analyse_run(const Networks& networks,
                                           const HiztegiPertsonala& dictionary,
                                           const std::string& text, int token_count,
                                           bool dictionary_first) {
-    std::vector<Analisia> analyses;
-    const bool ask_dictionary = is_admissible(dictionary, token_count);
-    if (dictionary_first && ask_dictionary) {
-        append_dictionary(networks, dictionary, text, token_count, analyses);
-    }
-    if (analyses.empty()) {
-        for (const auto& entry : networks) {
-            const Sarea* network = entry.second;
-            if (network == nullptr || network->taula == nullptr) continue;
-            if (network->taula->hiztegia == "hp" || network->maila < token_count) continue;
-            for (Analisia& analysis : network->taula->analizatuTokena(text)) {
-                analyses.push_back(std::move(analysis));
-            }
-        }
-    }
-    if (!dictionary_first && ask_dictionary) {
-        append_dictionary(networks, dictionary, text, token_count, analyses);
-    }
-    return analyses;
+    RunAnalyser analyser(networks, dictionary, dictionary_first);
+    analyser.start();
+    return analyser.analyse(text, token_count, false);
 }
 
 void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
                               const HiztegiPertsonala& dictionary, bool dictionary_first) {
     std::vector<Tokena>& tokens = sentence.tokenak;
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        for (std::size_t last = std::min(i + LONGEST_RUN, tokens.size()); last > i; --last) {
-            std::string text = run_text(tokens, i, last);
-            std::vector<Analisia> analyses =
-                analyse_run(networks, dictionary, text, static_cast<int>(last - i),
-                            dictionary_first);
-            if (!analyses.empty()) {
-                merge_run(tokens, i, last, std::move(text), std::move(analyses));
-                break;
-            }
-            if (last == i + 1) mark_unknown(tokens[i], text);
+    RunAnalyser analyser(networks, dictionary, dictionary_first);
+    // The run from `first` on becomes the token `merged`. Kept on purpose: text, blank and
+    // analyses go there, and the case flag stays with its place. So the tokens behind a merge
+    // carry the flags of the tokens that stood there before.
+    std::size_t merged = 0;
+    for (std::size_t first = 0; first < tokens.size(); ++merged) {
+        std::size_t last = std::min(first + LONGEST_RUN, tokens.size());
+        std::string text, longer;
+        std::vector<Analisia> analyses;
+        analyser.start();
+        for (;; --last) {
+            text = run_text(tokens, first, last);
+            // A run that passes a limit is not the beginning of a longer one.
+            const bool is_prefix = starts_with(longer, text);
+            if (!is_prefix) analyser.start();
+            analyses = analyser.analyse(text, static_cast<int>(last - first), is_prefix);
+            if (!analyses.empty() || last == first + 1) break;
+            longer = std::move(text);
         }
+        Tokena& token = tokens[merged];
+        token.hutsunea = tokens[last - 1].hutsunea;
+        if (analyses.empty()) {
+            if (merged != first) token.testua = std::move(tokens[first].testua);
+            mark_unknown(token, text);
+        } else {
+            token.testua = std::move(text);
+            if (token.analisiak.empty()) {
+                token.analisiak = std::move(analyses);
+            } else {
+                token.analisiak.insert(token.analisiak.end(),
+                                       std::make_move_iterator(analyses.begin()),
+                                       std::make_move_iterator(analyses.end()));
+            }
+        }
+        first = last;
     }
+    tokens.resize(merged);
 }
 
 void Esaldia::analizatu(std::map<std::string, Sarea*> sareak,

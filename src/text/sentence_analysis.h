@@ -22,6 +22,33 @@ std::vector<Analisia> analyse_run(const Networks& networks,
                                   const std::string& text, int token_count,
                                   bool dictionary_first);
 
+/// The same for ever shorter runs from one token on: what a network has read of a longer run
+/// tells which of the shorter ones it can't know, and it isn't asked about those.
+class RunAnalyser {
+public:
+    RunAnalyser(const Networks& networks, const HiztegiPertsonala& dictionary,
+                bool dictionary_first)
+        : networks_(networks), dictionary_(dictionary), dictionary_first_(dictionary_first) {}
+
+    /// To be called before the longest run from a token.
+    void start() { reach_.assign(networks_.size(), WHOLE); }
+
+    /// `text` begins every longer run that was asked about since start, unless `is_prefix`
+    /// is false; then nothing is known of it.
+    std::vector<Analisia> analyse(const std::string& text, int token_count, bool is_prefix);
+
+private:
+    static constexpr std::size_t WHOLE = static_cast<std::size_t>(-1);
+
+    void append_networks(const std::string& text, int token_count, bool is_prefix,
+                         std::vector<Analisia>& analyses);
+
+    const Networks& networks_;
+    const HiztegiPertsonala& dictionary_;
+    const bool dictionary_first_;
+    std::vector<std::size_t> reach_;  // by network: bytes that it can read of a run
+};
+
 /// Analyses the tokens of a sentence by longest match. See Esaldia::analizatu.
 void analyse_sentence(Esaldia& sentence, const Networks& networks,
                       const HiztegiPertsonala& dictionary, bool dictionary_first);

@@ -1,0 +1,45 @@
+// Judges the candidates for a misspelt word as edits of it. All candidates share what stands in
+// front of their edit, so the acceptors read that part of the word once for all.
+//
+// Gives what Lemara::isValid gives for the candidate as a string; that is its twin.
+// Tests: tests/engine/Lemara_proposals_test.cpp.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "Lemara.h"
+#include "proposals/edits.h"
+#include "tables/acceptor.h"
+
+namespace lemara {
+
+class CandidateJudge {
+public:
+    /// `word` up to its first NUL; the engine outlives the judge.
+    CandidateJudge(const Lemara& engine, const std::string& word);
+
+    /// The word as typed, and in small letters: what edits are edits of.
+    const std::string& typed() const { return typed_; }
+    const std::string& folded() const { return folded_; }
+
+    /// True if `base` with the edit is a valid word. `base` is typed() or folded().
+    bool is_valid(const std::string& base, const Edit& edit) const;
+
+private:
+    struct Network {
+        Acceptor* acceptor;
+        std::vector<Acceptor::Node> prefixes;  // the node behind each number of bytes
+    };
+
+    Answer ask(const Network& network, const Edit& edit, bool small) const;
+
+    const Lemara& engine_;
+    const std::string typed_, folded_;
+    const bool by_strings_;  // the word is one that only isValid can judge
+    const bool has_dictionary_;
+    std::vector<Network> networks_;
+};
+
+}  // namespace lemara

@@ -1,0 +1,227 @@
+#include "tables/acceptor.h"
+
+#include <algorithm>
+#include <string>
+
+#include "analysis/text_pieces.h"
+
+namespace lemara {
+namespace {
+
+constexpr std::int32_t MOST_NODES = 1 << 15;
+constexpr std::size_t MOST_PLACES = 1 << 12;  // of one node; a table that needs more is odd
+
+// What a place knows of its path, and what a label adds to it.
+constexpr std::uint8_t NOTHING_WRITTEN = 1;
+constexpr std::uint8_t CAPITAL = 2;  // the upper text begins with "A" to "Z"
+constexpr std::uint8_t NAME = 4;     // it holds "<PIB>", "<LIB>" or "<IZB>"
+constexpr std::uint8_t ODD = 8;      // only the whole text tells
+
+/// True for a text of whole tags and nothing else.
+bool is_whole_tags(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t close = text.find('>');
+        if (text[0] != '<' || close == std::string_view::npos) return false;
+        if (text.substr(1, close - 1).find('<') != std::string_view::npos) return false;
+        text.remove_prefix(close + 1);
+    }
+    return true;
+}
+
+std::uint8_t traits_of(std::string_view upper) {
+    std::uint8_t traits = upper.empty() ? NOTHING_WRITTEN : std::uint8_t{0};
+    if (!upper.empty() && upper[0] >= 'A' && upper[0] <= 'Z') traits |= CAPITAL;
+    if (upper.find_first_of(std::string_view("[] \0", 4)) != std::string_view::npos) {
+        return traits | ODD;
+    }
+    if (upper.find_first_of("<>") == std::string_view::npos) return traits;
+    if (!is_whole_tags(upper) || contains(upper, "MAT")) return traits | ODD;
+    for (const char* tag : {"<SNB>", "<SIG>", "<PSP>"}) {
+        if (contains(upper, tag)) return traits | ODD;
+    }
+    for (const char* tag : {"<PIB>", "<LIB>", "<IZB>"}) {
+        if (contains(upper, tag)) traits |= NAME;
+    }
+    return traits;
+}
+
+/// The path behind a label.
+std::uint8_t with_label(std::uint8_t path, std::uint8_t label) {
+    std::uint8_t result = (path | label) & (NAME | ODD);
+    if ((path & NOTHING_WRITTEN) != 0) {
+        result |= label & (NOTHING_WRITTEN | CAPITAL);
+    } else {
+        result |= path & CAPITAL;
+    }
+    return result;
+}
+
+// A place is a state, or an arc whose lower symbol has been read in part: bit 63 tells, bits
+// 32 to 62 the number, 8 to 31 the bytes read, 0 to 7 the path.
+constexpr std::uint64_t IN_ARC = std::uint64_t{1} << 63;
+
+std::uint64_t in_state(std::uint32_t state, std::uint8_t path) {
+    return std::uint64_t{state} << 32 | path;
+}
+std::uint64_t in_arc(std::uint32_t arc, std::uint32_t read, std::uint8_t path) {
+    return IN_ARC | std::uint64_t{arc} << 32 | std::uint64_t{read} << 8 | path;
+}
+std::uint32_t number_of(std::uint64_t place) {
+    return static_cast<std::uint32_t>((place & ~IN_ARC) >> 32);
+}
+std::uint32_t read_of(std::uint64_t place) {
+    return static_cast<std::uint32_t>(place >> 8) & 0xFFFFFF;
+}
+std::uint8_t path_of(std::uint64_t place) { return static_cast<std::uint8_t>(place); }
+
+}  // namespace
+
+/// Gathers the places of a new node.
+class Acceptor::Builder {
+public:
+    explicit Builder(const Acceptor& acceptor)
+        : table_(acceptor.table_), traits_(acceptor.label_traits_) {}
+
+    /// The places reached from `place` by reading `byte`.
+    void read(Place place, std::uint8_t byte) {
+        if ((place & IN_ARC) != 0) {
+            read_on(number_of(place), read_of(place), path_of(place), byte);
+            return;
+        }
+        const std::uint32_t state = number_of(place);
+        for (std::uint32_t arc = table_.state_begin[state]; arc < table_.state_begin[state + 1];
+             ++arc) {
+            const std::uint32_t label = table_.label_of(arc);
+            if (table_.labels[label].lower_size == 0) continue;
+            if (table_.arc_first[arc] == byte) read_on(arc, 0, path_of(place), byte);
+        }
+    }
+
+    void arrive(std::int32_t target, std::uint8_t path) {
+        if (target < 0) {
+            ends |= (path & ODD) != 0               ? ENDS_ODD
+                    : (path & (CAPITAL | NAME)) != 0 ? ENDS_AS_NAME
+                                                     : ENDS_CLEAN;
+            return;
+        }
+        open_.push_back(in_state(static_cast<std::uint32_t>(target), path));
+    }
+
+    /// Follows the empty arcs; false if there are too many places.
+    bool close() {
+        std::sort(places.begin(), places.end());
+        while (!open_.empty()) {
+            const Place place = open_.back();
+            open_.pop_back();
+            if (!seen_.emplace(place, true).second) continue;
+            if (seen_.size() > MOST_PLACES) return false;
+            const std::uint32_t state = number_of(place);
+            bool reads = false;
+            for (std::uint32_t arc = table_.state_begin[state];
+                 arc < table_.state_begin[state + 1]; ++arc) {
+                if (table_.arc_first[arc] != 0) {
+                    reads = true;
+                    continue;
+                }
+                const std::uint32_t label = table_.label_of(arc);
+                if (table_.labels[label].lower_size != 0) continue;  // a NUL: never read
+                arrive(table_.arc_target[arc], with_label(path_of(place), traits_[label]));
+            }
+            if (reads) places.push_back(place);
+        }
+        std::sort(places.begin(), places.end());
+        places.erase(std::unique(places.begin(), places.end()), places.end());
+        return true;
+    }
+
+    std::vector<Place> places;
+    Node ends = 0;
+
+private:
+    void read_on(std::uint32_t arc, std::uint32_t read, std::uint8_t path, std::uint8_t byte) {
+        const std::uint32_t number = table_.label_of(arc);
+        const PackedLabel& label = table_.labels[number];
+        if (static_cast<std::uint8_t>(table_.pool[label.lower_at + read]) != byte) return;
+        if (read + 1 < label.lower_size) {
+            if (read + 1 < 0xFFFFFF) places.push_back(in_arc(arc, read + 1, path));
+        } else {
+            arrive(table_.arc_target[arc], with_label(path, traits_[number]));
+        }
+    }
+
+    const PackedView& table_;
+    const std::vector<std::uint8_t>& traits_;
+    std::vector<Place> open_;
+    std::unordered_map<Place, bool> seen_;
+};
+
+Acceptor::Acceptor(const PackedView& table) : table_(table) {}
+
+Acceptor::~Acceptor() { std::free(static_cast<void*>(rows_)); }
+
+void Acceptor::prepare() {
+    label_traits_.reserve(table_.label_count);
+    bool in_use[256] = {};
+    for (std::uint32_t label = 0; label < table_.label_count; ++label) {
+        label_traits_.push_back(traits_of(table_.upper(label)));
+        for (const char c : table_.lower(label)) in_use[static_cast<std::uint8_t>(c)] = true;
+    }
+    // Column 0 is for the bytes that the table never reads.
+    column_count_ = 1;
+    for (std::size_t byte = 0; byte < 256; ++byte) {
+        if (in_use[byte] && column_count_ < 256) {
+            columns_[byte] = static_cast<std::uint8_t>(column_count_++);
+        }
+    }
+    const std::size_t cells = static_cast<std::size_t>(MOST_NODES) * (column_count_ + 1);
+    rows_ = static_cast<std::atomic<Node>*>(std::calloc(cells, sizeof(std::atomic<Node>)));
+    places_.resize(2);  // nodes 0 and 1 are none
+}
+
+Acceptor::Node Acceptor::start() {
+    const Node known = start_.load(std::memory_order_acquire);
+    if (known != 0) return known;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (start_.load(std::memory_order_relaxed) != 0) return start_.load();
+    prepare();
+    Node node = TOO_MANY;
+    if (rows_ != nullptr) {
+        Builder builder(*this);
+        if (table_.state_count > 0) builder.arrive(0, NOTHING_WRITTEN);
+        if (builder.close()) node = node_of(std::move(builder.places), builder.ends);
+    }
+    start_.store(node, std::memory_order_release);
+    return node;
+}
+
+Acceptor::Node Acceptor::find_next(Node node, std::uint8_t byte) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    std::atomic<Node>& cell = row(node)[columns_[byte]];
+    if (cell.load(std::memory_order_relaxed) != 0) return cell.load();
+    Node next = DEAD;
+    if (columns_[byte] != 0) {
+        Builder builder(*this);
+        for (const Place place : places_[static_cast<std::size_t>(node)]) {
+            builder.read(place, byte);
+        }
+        next = builder.close() ? node_of(std::move(builder.places), builder.ends) : TOO_MANY;
+    }
+    cell.store(next, std::memory_order_release);
+    return next;
+}
+
+Acceptor::Node Acceptor::node_of(std::vector<Place> places, Node ends) {
+    if (places.empty() && ends == 0) return DEAD;
+    std::string key(reinterpret_cast<const char*>(places.data()), places.size() * sizeof(Place));
+    key += static_cast<char>(ends);
+    const auto found = nodes_.find(key);
+    if (found != nodes_.end()) return found->second;
+    if (places_.size() >= static_cast<std::size_t>(MOST_NODES)) return TOO_MANY;
+    const auto node = static_cast<Node>(places_.size());
+    places_.push_back(std::move(places));
+    nodes_.emplace(std::move(key), node);
+    row(node)[column_count_].store(ends, std::memory_order_relaxed);
+    return node;
+}
+
+}  // namespace lemara

@@ -1,0 +1,51 @@
+// The forms of a table that stand behind its graph: the packed one, which searches run on, and
+// what is derived from it.
+//
+// A packed form is made when a table is loaded, and made anew by the first search after its
+// graph has changed. Every operation that changes a graph counts up one number for the
+// process; a search compares it with the number under which its table was last looked at,
+// and only then, if they differ, whether its own graph is still the one that was packed.
+//
+// Tests: tests/tables/packed_test.cpp.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "tables/packed.h"
+
+namespace lemara {
+
+class Acceptor;
+
+/// To be called behind every change of a graph.
+void note_graph_change();
+
+class TableForms {
+public:
+    TableForms();
+    ~TableForms();
+
+    /// The packed form of this graph. Any number of threads may ask at once; a change of the
+    /// graph is for one thread alone.
+    const PackedView& packed(const std::vector<Egoera*>& graph);
+
+    /// The acceptor over that form.
+    Acceptor& acceptor(const std::vector<Egoera*>& graph);
+
+private:
+    struct Current;
+
+    Current& current(const std::vector<Egoera*>& graph);
+    Current& look_again(const std::vector<Egoera*>& graph);
+
+    std::atomic<Current*> current_{nullptr};
+    std::atomic<std::uint64_t> seen_change_{0};
+    std::mutex mutex_;
+    std::unique_ptr<Current> owner_;
+};
+
+}  // namespace lemara

@@ -1,0 +1,239 @@
+#include "tables/packed.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+#include <numeric>
+#include <string>
+#include <unordered_map>
+
+#include "Egoera.h"
+
+namespace lemara {
+namespace {
+
+/// Arcs, labels and symbols of a graph while it is being packed.
+class Packer {
+public:
+    explicit Packer(const std::vector<Egoera*>& states) : states_(states) {
+        begin_.reserve(states.size() + 1);
+        for (const Egoera* state : states) {
+            begin_.push_back(static_cast<std::uint32_t>(target_.size()));
+            if (state == nullptr) continue;
+            for (const Zubia* arc : state->zubiak) {
+                if (arc != nullptr) add(*arc);
+            }
+        }
+        begin_.push_back(static_cast<std::uint32_t>(target_.size()));
+        choose_classes();
+        find_masks();
+        if (has_cycle(true)) cycles_ |= EMPTY_CYCLES;
+        if (has_cycle(false)) cycles_ |= ANY_CYCLES;
+    }
+
+    PackedLayout layout() const {
+        PackedLayout layout;
+        layout.state_count = static_cast<std::uint32_t>(states_.size());
+        layout.arc_count = static_cast<std::uint32_t>(target_.size());
+        layout.label_count = static_cast<std::uint32_t>(labels_.size());
+        layout.pool_size = static_cast<std::uint32_t>(pool_.size());
+        layout.wide_labels = labels_.size() > std::numeric_limits<std::uint16_t>::max();
+        layout.cycles = cycles_;
+        return layout;
+    }
+
+    void write(char* block) const {
+        const PackedLayout at = layout();
+        put(block + PackedLayout::CLASSES_AT, byte_class_.data(), byte_class_.size());
+        put(block + at.begin_at(), begin_.data(), begin_.size());
+        put(block + at.mask_at(), mask_.data(), mask_.size());
+        put(block + at.target_at(), target_.data(), target_.size());
+        put(block + at.labels_at(), labels_.data(), labels_.size());
+        put(block + at.first_at(), first_.data(), first_.size());
+        put(block + at.pool_at(), pool_.data(), pool_.size());
+        if (at.wide_labels) {
+            put(block + at.arc_label_at(), label_.data(), label_.size());
+        } else {
+            const std::vector<std::uint16_t> narrow(label_.begin(), label_.end());
+            put(block + at.arc_label_at(), narrow.data(), narrow.size());
+        }
+    }
+
+private:
+    template <class T>
+    static void put(char* to, const T* from, std::size_t count) {
+        if (count != 0) std::memcpy(to, from, count * sizeof(T));
+    }
+
+    void add(const Zubia& arc) {
+        const std::string& lower = arc.beheko_ikurra;
+        const int target = arc.hurrengo_egoera;
+        const bool dangling = target >= 0 && (static_cast<std::size_t>(target) >= states_.size() ||
+                                              states_[static_cast<std::size_t>(target)] == nullptr);
+        if (dangling) return;
+        target_.push_back(target);
+        label_.push_back(label_for(arc.goiko_ikurra, lower));
+        first_.push_back(lower.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(lower[0]));
+    }
+
+    std::uint32_t label_for(const std::string& upper, const std::string& lower) {
+        // The size tells where the upper symbol ends, whatever bytes the two hold.
+        const auto size = static_cast<std::uint32_t>(upper.size());
+        key_.assign(reinterpret_cast<const char*>(&size), sizeof size);
+        key_ += upper;
+        key_ += lower;
+        const auto found = label_ids_.emplace(key_, static_cast<std::uint32_t>(labels_.size()));
+        if (found.second) {
+            PackedLabel label{};
+            label.describe(upper, lower);
+            label.upper_at = symbol_at(upper);
+            label.lower_at = symbol_at(lower);
+            labels_.push_back(label);
+        }
+        return found.first->second;
+    }
+
+    std::uint32_t symbol_at(const std::string& symbol) {
+        const auto found =
+            symbol_places_.emplace(symbol, static_cast<std::uint32_t>(pool_.size()));
+        if (found.second) pool_ += symbol;
+        return found.first->second;
+    }
+
+    /// The commonest bytes get a mask bit of their own, the rest share.
+    void choose_classes() {
+        std::array<std::size_t, 256> counts{};
+        for (const std::uint8_t byte : first_) ++counts[byte];
+        counts[0] = 0;
+        std::array<int, 256> order{};
+        std::iota(order.begin(), order.end(), 0);
+        std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+            return counts[static_cast<std::size_t>(a)] > counts[static_cast<std::size_t>(b)];
+        });
+        for (std::size_t rank = 0; rank < order.size(); ++rank) {
+            const auto own = static_cast<std::uint8_t>(rank < 24 ? rank : 24 + rank % 7);
+            byte_class_[static_cast<std::size_t>(order[rank])] = own;
+        }
+    }
+
+    /// What can follow in a state: the first bytes of its arcs, the end where a word may end,
+    /// and all that can follow behind its empty arcs. Runs to a fixed point, so that cycles
+    /// of empty arcs do no harm; states are visited from the back, since targets tend to have
+    /// the higher numbers.
+    void find_masks() {
+        mask_.assign(states_.size(), 0);
+        std::vector<std::vector<std::uint32_t>> sources;  // of the empty arcs, by target
+        sources.resize(states_.size());
+        std::vector<std::uint32_t> open;
+        for (std::uint32_t state = 0; state < states_.size(); ++state) {
+            for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
+                if (labels_[label_[arc]].lower_size != 0) {
+                    mask_[state] |= std::uint32_t{1} << byte_class_[first_[arc]];
+                } else if (target_[arc] < 0) {
+                    mask_[state] |= PackedView::END_BIT;
+                } else {
+                    sources[static_cast<std::size_t>(target_[arc])].push_back(state);
+                }
+            }
+            if (mask_[state] != 0) open.push_back(state);
+        }
+        while (!open.empty()) {
+            const std::uint32_t state = open.back();
+            open.pop_back();
+            for (const std::uint32_t source : sources[state]) {
+                const std::uint32_t mask = mask_[source] | mask_[state];
+                if (mask == mask_[source]) continue;
+                mask_[source] = mask;
+                open.push_back(source);
+            }
+        }
+    }
+
+    /// True if arcs form a cycle: all of them, or those with an empty lower symbol. States
+    /// that no arc enters are taken away until none is left, or none can go.
+    bool has_cycle(bool empty_alone) const {
+        const auto counts = [&](std::uint32_t arc) {
+            return target_[arc] >= 0 && (!empty_alone || labels_[label_[arc]].lower_size == 0);
+        };
+        std::vector<std::uint32_t> entries(states_.size(), 0);
+        for (std::uint32_t arc = 0; arc < target_.size(); ++arc) {
+            if (counts(arc)) ++entries[static_cast<std::size_t>(target_[arc])];
+        }
+        std::vector<std::uint32_t> open;
+        for (std::uint32_t state = 0; state < entries.size(); ++state) {
+            if (entries[state] == 0) open.push_back(state);
+        }
+        std::size_t taken = 0;
+        while (!open.empty()) {
+            const std::uint32_t state = open.back();
+            open.pop_back();
+            ++taken;
+            for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
+                if (!counts(arc)) continue;
+                const auto target = static_cast<std::uint32_t>(target_[arc]);
+                if (--entries[target] == 0) open.push_back(target);
+            }
+        }
+        return taken < entries.size();
+    }
+
+    const std::vector<Egoera*>& states_;
+    std::uint32_t cycles_ = 0;
+    std::vector<std::uint32_t> begin_, mask_, label_;
+    std::vector<std::int32_t> target_;
+    std::vector<std::uint8_t> first_;
+    std::vector<PackedLabel> labels_;
+    std::string pool_, key_;
+    std::array<std::uint8_t, 256> byte_class_{};
+    std::unordered_map<std::string, std::uint32_t> label_ids_, symbol_places_;
+};
+
+}  // namespace
+
+void PackedLabel::describe(std::string_view upper, std::string_view lower) {
+    upper_size = static_cast<std::uint32_t>(upper.size());
+    lower_size = static_cast<std::uint32_t>(lower.size());
+    // The marker, quality tags and opinion tags never reach a generated analysis. Kept on
+    // purpose: the second byte alone tells a quality or opinion tag, so a symbol of two
+    // letters such as "a1" is left out as well.
+    const bool left_out =
+        upper == "<>" || (upper.size() > 1 && (upper[1] == '0' || upper[1] == '1'));
+    written_size = left_out ? 0 : upper_size;
+    written_first =
+        written_size == 0 ? std::uint8_t{0} : static_cast<std::uint8_t>(upper[0]);
+    flags = upper.find('<') == std::string_view::npos ? std::uint8_t{0} : HAS_OPEN;
+    unused = 0;
+}
+
+PackedView PackedLayout::view(const char* block) const {
+    PackedView view;
+    view.state_count = state_count;
+    view.arc_count = arc_count;
+    view.label_count = label_count;
+    view.pool_size = pool_size;
+    view.wide_labels = wide_labels;
+    view.cycles = cycles;
+    const auto at = [&](std::uint64_t offset) { return static_cast<const void*>(block + offset); };
+    view.byte_class = static_cast<const std::uint8_t*>(at(CLASSES_AT));
+    view.state_begin = static_cast<const std::uint32_t*>(at(begin_at()));
+    view.state_mask = static_cast<const std::uint32_t*>(at(mask_at()));
+    view.arc_target = static_cast<const std::int32_t*>(at(target_at()));
+    view.labels = static_cast<const PackedLabel*>(at(labels_at()));
+    view.arc_label = at(arc_label_at());
+    view.arc_first = static_cast<const std::uint8_t*>(at(first_at()));
+    view.pool = block + pool_at();
+    return view;
+}
+
+PackedTable::PackedTable(const std::vector<Egoera*>& states) {
+    const Packer packer(states);
+    const PackedLayout layout = packer.layout();
+    bytes_ = static_cast<std::size_t>(layout.total());
+    block_.assign(bytes_ / 8 + 1, 0);
+    char* block = reinterpret_cast<char*>(block_.data());
+    packer.write(block);
+    view_ = layout.view(block);
+}
+
+}  // namespace lemara

@@ -1,0 +1,417 @@
+// The two searches over a packed table. They give what the searches over the graph give, in
+// the same order; see Taula.h for the rules.
+//
+// Only in a table with cycles is it looked at where a path has been; a table that says of itself
+// wrongly that it has none is searched until the budget is spent.
+//
+// Twin: tests/tables/plain_search.h. Tests: tests/tables/packed_test.cpp.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Taula.h"
+#include "analysis/tag_scan.h"
+#include "analysis/text_pieces.h"
+#include "tables/packed.h"
+
+namespace lemara {
+
+/// The work that one search may still do.
+class Budget {
+public:
+    void spend(std::size_t units) { left_ -= static_cast<std::int64_t>(units); }
+    bool spent() const { return left_ < 0; }
+
+private:
+    std::int64_t left_ = SEARCH_BUDGET;
+};
+
+constexpr std::size_t RESULT_COST = 64;
+
+/// Text that a search extends and cuts back. Short ones stay on the stack. There is always a
+/// NUL behind it.
+class PathText {
+public:
+    PathText() { small_[0] = '\0'; }
+    PathText(const PathText&) = delete;
+    PathText& operator=(const PathText&) = delete;
+
+    std::size_t size() const { return size_; }
+    char* data() { return data_; }
+    std::string_view view() const { return {data_, size_}; }
+
+    void append(std::string_view text) {
+        if (size_ + text.size() >= capacity_) grow(size_ + text.size());
+        std::memcpy(data_ + size_, text.data(), text.size());
+        size_ += text.size();
+    }
+    void cut(std::size_t size) { size_ = size; }
+    const char* c_str() {
+        data_[size_] = '\0';
+        return data_;
+    }
+
+private:
+    void grow(std::size_t needed) {
+        std::vector<char> larger(2 * needed + 1);
+        std::memcpy(larger.data(), data_, size_);
+        large_.swap(larger);
+        data_ = large_.data();
+        capacity_ = large_.size() - 1;
+    }
+
+    char small_[512];
+    std::vector<char> large_;
+    char* data_ = small_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = sizeof small_ - 1;
+};
+
+/// A stack that keeps its first elements in place.
+template <class T, std::size_t N>
+class InlineStack {
+public:
+    bool empty() const { return size_ == 0; }
+    std::size_t size() const { return size_; }
+    const T& operator[](std::size_t i) const { return i < N ? first_[i] : rest_[i - N]; }
+    void push(const T& value) {
+        if (size_ < N) {
+            first_[size_] = value;
+        } else {
+            rest_.push_back(value);
+        }
+        ++size_;
+    }
+    T pop() {
+        --size_;
+        if (size_ < N) return first_[size_];
+        const T value = rest_.back();
+        rest_.pop_back();
+        return value;
+    }
+
+private:
+    T first_[N];
+    std::vector<T> rest_;
+    std::size_t size_ = 0;
+};
+
+/// Walks a token through a packed table.
+class PackedAnalysis {
+public:
+    /// `token` as typed, `rest` the lowered text to consume; neither holds a NUL, and a NUL
+    /// stands behind `token`.
+    PackedAnalysis(const PackedView& table, std::string_view token, std::string_view rest)
+        : table_(table),
+          token_(token),
+          rest_(rest),
+          small_(!token.empty() && token[0] >= 'a' && token[0] <= 'z') {}
+
+    /// The text in front of every result.
+    void start_with(std::string_view output) { output_.append(output); }
+
+    /// Calls `visit` with each analysis string that the filters keep, in order, until it
+    /// answers false. The text of a call is gone after it.
+    template <class Visit>
+    void run(std::int32_t start, Visit visit) {
+        if (start < 0) {
+            if (rest_.empty()) end_of_word(visit);
+        } else if (static_cast<std::uint32_t>(start) < table_.state_count) {
+            (table_.cycles & EMPTY_CYCLES) != 0 ? search<true>(start, visit)
+                                                : search<false>(start, visit);
+        }
+    }
+
+    /// How many bytes of the token any path of the run has read. A token that begins with
+    /// the same bytes and is longer than this has no analysis.
+    std::size_t reach() const { return reach_; }
+
+private:
+    struct Frame {
+        std::uint64_t bits;  // arcs still to be tried, of the 64 from `arc` on
+        std::uint32_t arc;
+        std::uint32_t end;   // of the state's arcs
+        std::uint32_t position;
+        std::uint32_t output;
+        std::int32_t state;
+
+        bool has_more() const { return end - arc > 64; }
+    };
+
+    void look(Frame& frame) const {
+        const std::uint8_t byte = frame.position < rest_.size()
+                                      ? static_cast<std::uint8_t>(rest_[frame.position])
+                                      : std::uint8_t{0};
+        const std::uint32_t count = frame.end - frame.arc;
+        frame.bits = matching_arcs(table_.arc_first + frame.arc, count < 64 ? count : 64, byte);
+    }
+
+    Frame open(std::int32_t state, std::uint32_t position) const {
+        Frame frame;
+        frame.arc = table_.state_begin[state];
+        frame.end = table_.state_begin[state + 1];
+        frame.position = position;
+        frame.output = static_cast<std::uint32_t>(output_.size());
+        frame.state = state;
+        look(frame);
+        return frame;
+    }
+
+    bool can_follow(std::int32_t state, std::size_t position) const {
+        const std::uint32_t wanted =
+            position < rest_.size()
+                ? table_.bit_of(static_cast<std::uint8_t>(rest_[position]))
+                : PackedView::END_BIT;
+        return (table_.state_mask[state] & wanted) != 0;
+    }
+
+    /// True if the path has been in `state` since it last read a byte.
+    bool revisits(const Frame& current, std::int32_t state, std::uint32_t position) {
+        if (current.position != position) return false;
+        if (current.state == state) return true;
+        for (std::size_t i = frames_.size(); i > 0; --i) {
+            const Frame& frame = frames_[i - 1];
+            if (frame.position != position) return false;
+            budget_.spend(1);
+            if (frame.state == state) return true;
+        }
+        return false;
+    }
+
+    template <class Visit>
+    bool end_of_word(Visit& visit) {
+        const std::string_view text(output_.c_str(), output_.size());
+        if (!is_kept_by_filters(token_, text)) return true;
+        budget_.spend(RESULT_COST + text.size());
+        return visit(text);
+    }
+
+    template <bool CAREFUL, class Visit>
+    void search(std::int32_t start, Visit& visit) {
+        Frame current = open(start, 0);
+        while (!budget_.spent()) {
+            while (current.bits == 0) {
+                if (current.has_more()) {
+                    current.arc += 64;
+                    look(current);
+                } else {
+                    if (frames_.empty()) return;
+                    current = frames_.pop();
+                }
+            }
+            const std::uint32_t arc =
+                current.arc + static_cast<std::uint32_t>(__builtin_ctzll(current.bits));
+            current.bits &= current.bits - 1;
+            const PackedLabel& label = table_.labels[table_.label_of(arc)];
+            std::uint32_t position = current.position;
+            if (label.lower_size != 0) {
+                // The look has matched the first byte, unless it is a NUL.
+                const bool whole = label.lower_size == 1 && table_.arc_first[arc] != 0;
+                if (!whole && rest_.compare(position, label.lower_size,
+                                            table_.pool + label.lower_at,
+                                            label.lower_size) != 0) {
+                    continue;
+                }
+                position += label.lower_size;
+                if (position > reach_) reach_ = position;
+            }
+            const std::int32_t target = table_.arc_target[arc];
+            const std::string_view upper(table_.pool + label.upper_at, label.upper_size);
+            if (target < 0) {
+                if (position < rest_.size()) continue;
+                output_.cut(current.output);
+                output_.append(upper);
+                if (output_.size() <= PATH_LIMIT && !end_of_word(visit)) return;
+                continue;
+            }
+            if (!can_follow(target, position)) continue;
+            // A capitalised entry is no analysis of a token in small letters.
+            if (small_ && current.output == 0 && !upper.empty() && upper[0] >= 'A' &&
+                upper[0] <= 'Z') {
+                continue;
+            }
+            budget_.spend(1 + (label.upper_size + label.lower_size) / 64);
+            if (CAREFUL && revisits(current, target, position)) continue;
+            output_.cut(current.output);
+            output_.append(upper);
+            if (output_.size() > PATH_LIMIT) continue;
+            if (CAREFUL || current.bits != 0 || current.has_more()) frames_.push(current);
+            current = open(target, position);
+        }
+    }
+
+    const PackedView& table_;
+    const std::string_view token_;
+    const std::string_view rest_;
+    const bool small_;
+    PathText output_;
+    InlineStack<Frame, 32> frames_;
+    std::size_t reach_ = 0;
+    Budget budget_;
+};
+
+/// Searches a packed table from the upper side.
+class PackedGeneration {
+public:
+    PackedGeneration(const PackedView& table, std::string_view target, bool stop_at_tag)
+        : table_(table),
+          target_(target),
+          target_elided_(contains(target, "<ELI_IZE")),
+          target_postposition_(contains(target, "<PSP")),
+          stop_at_tag_(stop_at_tag) {}
+
+    /// The texts in front of every result.
+    void start_with(std::string_view upper, std::string_view lower) {
+        upper_.append(upper);
+        lower_.append(lower);
+    }
+
+    /// Calls `emit` with the upper string and the form of each result, in order. `emit` gets
+    /// them NUL-terminated, and may write capitals into the form: they stay there as long as
+    /// the bytes they are written to.
+    template <class Emit>
+    void run(std::int32_t start, Emit emit) {
+        const std::size_t n = std::min(upper_.size(), target_.size());
+        const bool agrees = upper_.view().substr(0, n) == target_.substr(0, n);
+        last_open_ = upper_.view().rfind('<') + 1;
+        if (start < 0) {
+            if (agrees) result(emit);
+        } else if (static_cast<std::uint32_t>(start) < table_.state_count && agrees) {
+            Frame first;
+            if (enter(start, 0, emit, first)) {
+                (table_.cycles & ANY_CYCLES) != 0 ? search<true>(first, emit)
+                                                  : search<false>(first, emit);
+            }
+        }
+    }
+
+    /// The lower text; its first bytes are those it was started with, but for capitals.
+    const char* lower_data() const { return lower_.view().data(); }
+
+private:
+    // Bytes of the longest text that shuts a path out, "<ELI_IZE", less one.
+    static constexpr std::size_t TAIL = 7;
+
+    struct Frame {
+        std::uint32_t arc;  // the next one
+        std::uint32_t end;
+        std::uint32_t upper, lower;
+        std::uint32_t last_open;  // index behind the last "<" of the upper text; 0: none
+        std::int32_t state;
+    };
+
+    /// True if the part of the upper text from `from` on completes a text that shuts the path
+    /// out.
+    bool is_shut_out(std::size_t from) const {
+        const std::string_view tail = upper_.view().substr(from > TAIL ? from - TAIL : 0);
+        return (!target_elided_ && contains(tail, "<ELI_IZE")) ||
+               (!target_postposition_ && contains(tail, "<PSP")) ||
+               contains(tail, "ba<AUR>") || contains(tail, "<ADL>") ||
+               contains(tail, "<Rare>");
+    }
+
+    /// Judges the path on entry to `state`; the upper text agrees with the target, and is
+    /// new from `from` on. True if its arcs are to be searched.
+    template <class Emit>
+    bool enter(std::int32_t state, std::size_t from, Emit& emit, Frame& frame) {
+        if (target_elided_ && upper_.size() == target_.size()) {
+            result(emit);
+            return false;
+        }
+        if (stop_at_tag_ && last_open_ != 0) {
+            if (upper_.size() >= target_.size()) result(emit);
+            return false;
+        }
+        if (last_open_ + TAIL > from && last_open_ != 0 && is_shut_out(from)) return false;
+        frame.arc = table_.state_begin[state];
+        frame.end = table_.state_begin[state + 1];
+        frame.upper = static_cast<std::uint32_t>(upper_.size());
+        frame.lower = static_cast<std::uint32_t>(lower_.size());
+        frame.last_open = static_cast<std::uint32_t>(last_open_);
+        frame.state = state;
+        return true;
+    }
+
+    std::size_t progress(std::size_t upper) const { return std::min(upper, target_.size()); }
+
+    /// True if the path has been in the state of `next` since it last made progress.
+    bool revisits(const Frame& current, const Frame& next) {
+        const std::size_t here = progress(next.upper);
+        if (progress(current.upper) != here) return false;
+        if (current.state == next.state) return true;
+        for (std::size_t i = frames_.size(); i > 0; --i) {
+            if (progress(frames_[i - 1].upper) != here) return false;
+            budget_.spend(1);
+            if (frames_[i - 1].state == next.state) return true;
+        }
+        return false;
+    }
+
+    template <class Emit>
+    void result(Emit& emit) {
+        budget_.spend(RESULT_COST + upper_.size() + lower_.size());
+        emit(upper_.c_str(), upper_.size(), lower_);
+    }
+
+    /// True if the target goes on as the symbol says, as far as both reach.
+    bool agrees(const PackedLabel& label, std::size_t length) const {
+        if (label.written_size == 0 || length >= target_.size()) return true;
+        if (label.written_first != static_cast<std::uint8_t>(target_[length])) return false;
+        const std::size_t n = std::min<std::size_t>(label.written_size, target_.size() - length);
+        return n == 1 || std::memcmp(table_.pool + label.upper_at, target_.data() + length, n) == 0;
+    }
+
+    template <bool CAREFUL, class Emit>
+    void search(Frame current, Emit& emit) {
+        while (!budget_.spent()) {
+            if (current.arc == current.end) {
+                if (frames_.empty()) return;
+                current = frames_.pop();
+                continue;
+            }
+            const std::uint32_t arc = current.arc++;
+            const PackedLabel& label = table_.labels[table_.label_of(arc)];
+            if (!agrees(label, current.upper)) continue;
+            const std::int32_t target = table_.arc_target[arc];
+            upper_.cut(current.upper);
+            // Kept on purpose: cut by length alone. A capital that a result carried into the
+            // part that stays is there for the next result too.
+            lower_.cut(current.lower);
+            const std::string_view written(table_.pool + label.upper_at, label.written_size);
+            upper_.append(written);
+            lower_.append({table_.pool + label.lower_at, label.lower_size});
+            budget_.spend(1 + (upper_.size() + label.lower_size) / 64);
+            if (std::max(upper_.size(), lower_.size()) > PATH_LIMIT) continue;
+            if (target < 0) {
+                result(emit);
+                continue;
+            }
+            last_open_ = current.last_open;
+            if ((label.flags & PackedLabel::HAS_OPEN) != 0 && !written.empty()) {
+                last_open_ = current.upper + written.rfind('<') + 1;
+            }
+            Frame next;
+            if (!enter(target, current.upper, emit, next)) continue;
+            if (CAREFUL && revisits(current, next)) continue;
+            if (CAREFUL || current.arc != current.end) frames_.push(current);
+            current = next;
+        }
+    }
+
+    const PackedView& table_;
+    const std::string_view target_;
+    const bool target_elided_;
+    const bool target_postposition_;
+    const bool stop_at_tag_;
+    PathText upper_, lower_;
+    std::size_t last_open_ = 0;  // of the path being entered
+    InlineStack<Frame, 32> frames_;
+    Budget budget_;
+};
+
+}  // namespace lemara

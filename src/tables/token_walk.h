@@ -1,0 +1,38 @@
+// What the rooms above the tables ask of a table, beyond its public operations.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "Analisia.h"
+#include "Taula.h"
+
+namespace lemara {
+
+struct PackedView;
+class Acceptor;
+
+/// The packed form of a table, and the acceptor over it.
+const PackedView& packed_form(const Taula& table);
+Acceptor& acceptor_of(const Taula& table);
+
+struct TokenAnalyses {
+    std::vector<Analisia> records;
+
+    /// Bytes of the token that some path has read. A text that the token begins with, and
+    /// that is longer than this, has no analysis in the table.
+    std::size_t reach = 0;
+};
+
+/// Taula::analizatuTokena, with how far the walk came.
+TokenAnalyses analyse_token(const Taula& table, const std::string& token);
+
+/// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records, and
+/// asks the acceptor before it walks.
+bool has_word(const Taula& table, const std::string& token);
+
+/// The same by a walk alone.
+bool walk_finds_word(const Taula& table, const std::string& token);
+
+}  // namespace lemara
