@@ -92,7 +92,8 @@ public:
 
     /// Loads the file `fitxategia`, behind what the table already holds: a second call
     /// appends new empty states and adds every arc to the old ones once more. A path that
-    /// contains "SARE8" is loaded by kargatu_enkriptatua, any other by kargatu_taula.
+    /// contains "SARE8" is loaded by kargatu_enkriptatua, any other by kargatu_taula; but a
+    /// file that begins as a compiled table is one (see lemara/compiled_table.h).
     void kargatu();
 
     /// Loads the enciphered file `fitxategia`. A file that can't be opened leaves the table
@@ -180,4 +181,7 @@ private:
     friend struct lemara::TableInside;
 
     std::unique_ptr<lemara::TableForms> formak;  // what searches run on
+
+    void unfold();
+    bool load_image();
 };

@@ -31,6 +31,59 @@ lemara::Acceptor& lemara::acceptor_of(const Taula& table) {
     return TableInside::forms(table).acceptor(table.egoerak);
 }
 
+namespace {
+
+/// A state as it was in the graph that an image was compiled from.
+std::unique_ptr<Egoera> unfolded(const lemara::PackedView& view, std::uint32_t state) {
+    auto result = std::make_unique<Egoera>();
+    for (std::uint32_t arc = view.state_begin[state]; arc < view.state_begin[state + 1]; ++arc) {
+        const std::uint32_t label = view.label_of(arc);
+        result->zubiak.push_back(new Zubia(view.arc_target[arc], std::string(view.upper(label)),
+                                           std::string(view.lower(label))));
+        // As a load leaves it: what the last record of the state was.
+        result->final = view.arc_target[arc] < 0;
+    }
+    return result;
+}
+
+}  // namespace
+
+lemara::Graph::Graph(Graph&& other) noexcept : owned(other.owned) {
+    states.swap(other.states);
+    other.owned = false;
+}
+
+lemara::Graph::~Graph() {
+    if (!owned) return;
+    for (Egoera* state : states) {
+        state->deleteZubiak();
+        delete state;
+    }
+}
+
+lemara::Graph lemara::graph_of(const Taula& table) {
+    Graph graph;
+    const PackedView* view = TableInside::forms(table).image_view(table.egoerak);
+    if (view == nullptr) {
+        graph.states = table.egoerak;
+        return graph;
+    }
+    graph.owned = true;
+    for (std::uint32_t i = 0; i < view->state_count; ++i) {
+        graph.states.push_back(unfolded(*view, i).release());
+    }
+    return graph;
+}
+
+/// Puts the graph of a compiled table into `egoerak`, before an operation changes it.
+void Taula::unfold() {
+    lemara::Graph graph = lemara::graph_of(*this);
+    if (!graph.owned) return;
+    graph.owned = false;
+    egoerak.swap(graph.states);
+    lemara::note_graph_change();
+}
+
 Taula::Taula() : formak(std::make_unique<lemara::TableForms>()) {}
 
 Taula::Taula(std::string path) : Taula() {
@@ -43,9 +96,12 @@ Taula::Taula(std::string path, int count) : Taula() {
     egoerak.resize(static_cast<std::size_t>(std::max(count, 0)), nullptr);
 }
 
-Taula::~Taula() { deleteEgoerak(); }
+Taula::~Taula() {
+    if (!egoerak.empty()) deleteEgoerak();
+}
 
 void Taula::addZubiaTaulan(int egoera, bool final, Zubia* zubia) {
+    unfold();
     if (!is_index(egoera, egoerak) || egoerak[static_cast<std::size_t>(egoera)] == nullptr) {
         delete zubia;
         return;
@@ -56,11 +112,13 @@ void Taula::addZubiaTaulan(int egoera, bool final, Zubia* zubia) {
 }
 
 void Taula::addEgoera(Egoera* egoera) {
+    unfold();
     egoerak.push_back(egoera);
     lemara::note_graph_change();
 }
 
 void Taula::deleteEgoerak() {
+    unfold();
     for (Egoera*& state : egoerak) {
         if (state == nullptr) continue;
         state->deleteZubiak();
@@ -71,14 +129,16 @@ void Taula::deleteEgoerak() {
 }
 
 void Taula::printEgoera(int egoera) const {
-    if (!is_index(egoera, egoerak)) return;
-    const Egoera* state = egoerak[static_cast<std::size_t>(egoera)];
+    const lemara::Graph graph = lemara::graph_of(*this);
+    if (!is_index(egoera, graph.states)) return;
+    const Egoera* state = graph.states[static_cast<std::size_t>(egoera)];
     if (state != nullptr) state->printEgoera();
 }
 
 void Taula::printTaula() const {
-    std::cout << "Guztira " << egoerak.size() << " egoera\n";
-    for (const Egoera* state : egoerak) {
+    const lemara::Graph graph = lemara::graph_of(*this);
+    std::cout << "Guztira " << graph.states.size() << " egoera\n";
+    for (const Egoera* state : graph.states) {
         if (state != nullptr) state->printEgoera();
     }
     std::cout.flush();

@@ -16,7 +16,9 @@
 
 #include "Taula.h"
 #include "analysis/text_pieces.h"
+#include "lemara/compiled_table.h"
 #include "tables/forms.h"
+#include "tables/image.h"
 #include "tables/token_walk.h"
 
 using lemara::starts_with;
@@ -199,7 +201,40 @@ std::string crypt_encode(const std::string& text) { return with_key_stream(text)
 
 std::string crypt_decode(const std::string& text) { return with_key_stream(text); }
 
+/// Loads the file if it is a compiled table; false if it is something else. A damaged image
+/// brings nothing.
+bool Taula::load_image() {
+    char start[8];
+    const File file(std::fopen(fitxategia.c_str(), "rb"));
+    if (!file) return false;
+    const std::size_t size = std::fread(start, 1, sizeof start, file.get());
+    if (!lemara::is_compiled_table({start, size})) return false;
+    auto image = lemara::Image::open(fitxategia);
+    if (image == nullptr) return true;
+    if (lemara::packed_form(*this).state_count == 0) {
+        formak->use(std::move(image));
+        return true;
+    }
+    // Behind what is there already: states at the end, arcs to the states of their number.
+    Taula loaded;
+    loaded.formak->use(std::move(image));
+    loaded.unfold();
+    unfold();
+    const std::size_t count = loaded.egoerak.size();
+    for (std::size_t i = 0; i < count; ++i) egoerak.push_back(new Egoera());
+    for (std::size_t i = 0; i < count; ++i) {
+        if (egoerak[i] == nullptr) continue;
+        auto& arcs = loaded.egoerak[i]->zubiak;
+        if (!arcs.empty()) egoerak[i]->final = loaded.egoerak[i]->final;
+        egoerak[i]->zubiak.insert(egoerak[i]->zubiak.end(), arcs.begin(), arcs.end());
+        arcs.clear();
+    }
+    finish(*this);
+    return true;
+}
+
 void Taula::kargatu() {
+    if (load_image()) return;
     if (lemara::contains(fitxategia, "SARE8")) {
         kargatu_enkriptatua();
     } else {
@@ -221,6 +256,7 @@ void Taula::kargatu_taula() {
         std::cout << fitxategia << " ez da existitzen.\n" << std::flush;
         std::exit(0);
     }
+    unfold();
     add_states(*this, count, size_of(file.get()));
     std::string line;
     while (read_line(file.get(), LOAD_READ, line)) {
@@ -239,6 +275,7 @@ void Taula::kargatu_taula(const char* testua, long kopurua) {
         egoerak.reserve(egoerak.size() +
                         static_cast<std::size_t>(std::min(kopurua, lemara::TRUSTED_STATES)));
     }
+    unfold();
     add_states(*this, kopurua, rest.size());
     // Kept on purpose: what stands behind the last line feed is dropped, and an arc record
     // with a TAB missing ends the load. The file form does neither.

@@ -8,8 +8,8 @@
 namespace lemara {
 namespace {
 
-constexpr std::int32_t MOST_NODES = 1 << 15;
-constexpr std::size_t MOST_PLACES = 1 << 12;  // of one node; a table that needs more is odd
+constexpr std::size_t MOST_PLACES = 1 << 12;       // of one node
+constexpr std::size_t MOST_PLACES_KEPT = 1 << 23;  // of all nodes
 
 // What a place knows of its path, and what a label adds to it.
 constexpr std::uint8_t NOTHING_WRITTEN = 1;
@@ -109,7 +109,6 @@ public:
 
     /// Follows the empty arcs; false if there are too many places.
     bool close() {
-        std::sort(places.begin(), places.end());
         while (!open_.empty()) {
             const Place place = open_.back();
             open_.pop_back();
@@ -135,7 +134,7 @@ public:
     }
 
     std::vector<Place> places;
-    Node ends = 0;
+    std::uint8_t ends = 0;
 
 private:
     void read_on(std::uint32_t arc, std::uint32_t read, std::uint8_t path, std::uint8_t byte) {
@@ -157,25 +156,23 @@ private:
 
 Acceptor::Acceptor(const PackedView& table) : table_(table) {}
 
-Acceptor::~Acceptor() { std::free(static_cast<void*>(rows_)); }
+Acceptor::~Acceptor() {
+    std::free(static_cast<void*>(slots_));
+    std::free(ends_);
+}
 
-void Acceptor::prepare() {
+bool Acceptor::prepare() {
+    slots_ = static_cast<std::atomic<std::uint64_t>*>(
+        std::calloc(SLOTS, sizeof(std::atomic<std::uint64_t>)));
+    ends_ = static_cast<std::uint8_t*>(std::calloc(MOST_NODES, 1));
+    if (slots_ == nullptr || ends_ == nullptr) return false;
     label_traits_.reserve(table_.label_count);
-    bool in_use[256] = {};
     for (std::uint32_t label = 0; label < table_.label_count; ++label) {
         label_traits_.push_back(traits_of(table_.upper(label)));
-        for (const char c : table_.lower(label)) in_use[static_cast<std::uint8_t>(c)] = true;
+        for (const char c : table_.lower(label)) reads_[static_cast<std::uint8_t>(c)] = true;
     }
-    // Column 0 is for the bytes that the table never reads.
-    column_count_ = 1;
-    for (std::size_t byte = 0; byte < 256; ++byte) {
-        if (in_use[byte] && column_count_ < 256) {
-            columns_[byte] = static_cast<std::uint8_t>(column_count_++);
-        }
-    }
-    const std::size_t cells = static_cast<std::size_t>(MOST_NODES) * (column_count_ + 1);
-    rows_ = static_cast<std::atomic<Node>*>(std::calloc(cells, sizeof(std::atomic<Node>)));
-    places_.resize(2);  // nodes 0 and 1 are none
+    places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
+    return true;
 }
 
 Acceptor::Node Acceptor::start() {
@@ -183,12 +180,11 @@ Acceptor::Node Acceptor::start() {
     if (known != 0) return known;
     const std::lock_guard<std::mutex> lock(mutex_);
     if (start_.load(std::memory_order_relaxed) != 0) return start_.load();
-    prepare();
     Node node = TOO_MANY;
-    if (rows_ != nullptr) {
+    if (prepare()) {
         Builder builder(*this);
         if (table_.state_count > 0) builder.arrive(0, NOTHING_WRITTEN);
-        if (builder.close()) node = node_of(std::move(builder.places), builder.ends);
+        if (builder.close()) node = node_of(builder.places, builder.ends);
     }
     start_.store(node, std::memory_order_release);
     return node;
@@ -196,31 +192,46 @@ Acceptor::Node Acceptor::start() {
 
 Acceptor::Node Acceptor::find_next(Node node, std::uint8_t byte) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    std::atomic<Node>& cell = row(node)[columns_[byte]];
-    if (cell.load(std::memory_order_relaxed) != 0) return cell.load();
-    Node next = DEAD;
-    if (columns_[byte] != 0) {
-        Builder builder(*this);
-        for (const Place place : places_[static_cast<std::size_t>(node)]) {
-            builder.read(place, byte);
-        }
-        next = builder.close() ? node_of(std::move(builder.places), builder.ends) : TOO_MANY;
+    if (!reads_[byte]) return DEAD;
+    const std::uint64_t key = key_of(node, byte);
+    std::size_t slot = slot_of(key);
+    for (; slots_[slot].load(std::memory_order_relaxed) != 0; slot = (slot + 1) & (SLOTS - 1)) {
+        const std::uint64_t held = slots_[slot].load(std::memory_order_relaxed);
+        if (held >> 32 == key) return static_cast<Node>(static_cast<std::uint32_t>(held));
     }
-    cell.store(next, std::memory_order_release);
+    if (steps_ >= MOST_STEPS) return TOO_MANY;
+    Builder builder(*this);
+    for (std::size_t i = places_begin_[static_cast<std::size_t>(node)];
+         i < places_begin_[static_cast<std::size_t>(node) + 1]; ++i) {
+        builder.read(places_[i], byte);
+    }
+    const Node next = builder.close() ? node_of(builder.places, builder.ends) : TOO_MANY;
+    slots_[slot].store(key << 32 | static_cast<std::uint32_t>(next), std::memory_order_release);
+    ++steps_;
     return next;
 }
 
-Acceptor::Node Acceptor::node_of(std::vector<Place> places, Node ends) {
+Acceptor::Node Acceptor::node_of(const std::vector<Place>& places, std::uint8_t ends) {
     if (places.empty() && ends == 0) return DEAD;
-    std::string key(reinterpret_cast<const char*>(places.data()), places.size() * sizeof(Place));
-    key += static_cast<char>(ends);
-    const auto found = nodes_.find(key);
-    if (found != nodes_.end()) return found->second;
-    if (places_.size() >= static_cast<std::size_t>(MOST_NODES)) return TOO_MANY;
-    const auto node = static_cast<Node>(places_.size());
-    places_.push_back(std::move(places));
-    nodes_.emplace(std::move(key), node);
-    row(node)[column_count_].store(ends, std::memory_order_relaxed);
+    std::uint64_t hash = ends;
+    for (const Place place : places) hash = (hash ^ place) * 0x9E3779B97F4A7C15u ^ hash >> 29;
+    const auto same = nodes_.equal_range(hash);
+    for (auto found = same.first; found != same.second; ++found) {
+        const auto node = static_cast<std::size_t>(found->second);
+        const auto begin = places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[node]);
+        const auto end = places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[node + 1]);
+        if (ends_[node] == ends && std::equal(begin, end, places.begin(), places.end())) {
+            return found->second;
+        }
+    }
+    const auto node = static_cast<Node>(places_begin_.size() - 1);
+    if (node >= MOST_NODES || places_.size() + places.size() > MOST_PLACES_KEPT) {
+        return TOO_MANY;
+    }
+    places_.insert(places_.end(), places.begin(), places.end());
+    places_begin_.push_back(places_.size());
+    nodes_.emplace(hash, node);
+    ends_[node] = ends;
     return node;
 }
 

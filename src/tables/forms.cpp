@@ -1,7 +1,10 @@
 #include "tables/forms.h"
 
+#include <utility>
+
 #include "Egoera.h"
 #include "tables/acceptor.h"
+#include "tables/image.h"
 
 namespace lemara {
 namespace {
@@ -28,12 +31,24 @@ void note_graph_change() { graph_changes.fetch_add(1, std::memory_order_relaxed)
 
 struct TableForms::Current {
     explicit Current(const std::vector<Egoera*>& graph)
-        : state_count(graph.size()), mark(fingerprint(graph)), table(graph),
-          acceptor(table.view()) {}
+        : state_count(graph.size()),
+          mark(fingerprint(graph)),
+          table(std::make_unique<PackedTable>(graph)),
+          view(table->view()),
+          acceptor(view) {}
+
+    explicit Current(std::unique_ptr<Image> mapped)
+        : state_count(0),
+          mark(fingerprint({})),
+          image(std::move(mapped)),
+          view(image->view()),
+          acceptor(view) {}
 
     std::size_t state_count;
     std::uint64_t mark;
-    PackedTable table;
+    std::unique_ptr<PackedTable> table;  // one of the two
+    std::unique_ptr<Image> image;
+    PackedView view;
     Acceptor acceptor;
 };
 
@@ -63,7 +78,19 @@ TableForms::Current& TableForms::look_again(const std::vector<Egoera*>& graph) {
 }
 
 const PackedView& TableForms::packed(const std::vector<Egoera*>& graph) {
-    return current(graph).table.view();
+    return current(graph).view;
+}
+
+void TableForms::use(std::unique_ptr<Image> image) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    owner_ = std::make_unique<Current>(std::move(image));
+    current_.store(owner_.get(), std::memory_order_release);
+}
+
+const PackedView* TableForms::image_view(const std::vector<Egoera*>& graph) {
+    if (!graph.empty() || current_.load(std::memory_order_acquire) == nullptr) return nullptr;
+    Current& now = current(graph);
+    return now.image == nullptr ? nullptr : &now.view;
 }
 
 Acceptor& TableForms::acceptor(const std::vector<Egoera*>& graph) {

@@ -20,6 +20,7 @@
 namespace lemara {
 
 class Acceptor;
+class Image;
 
 /// To be called behind every change of a graph.
 void note_graph_change();
@@ -35,6 +36,12 @@ public:
 
     /// The acceptor over that form.
     Acceptor& acceptor(const std::vector<Egoera*>& graph);
+
+    /// Makes a compiled table the form of a graph that has no states.
+    void use(std::unique_ptr<Image> image);
+
+    /// The view of that table; null if there is none, or none any more.
+    const PackedView* image_view(const std::vector<Egoera*>& graph);
 
 private:
     struct Current;

@@ -17,6 +17,18 @@ class Acceptor;
 const PackedView& packed_form(const Taula& table);
 Acceptor& acceptor_of(const Taula& table);
 
+/// The graph of a table: its own, or one unfolded from its image, which the object then owns.
+struct Graph {
+    std::vector<Egoera*> states;
+    bool owned = false;
+
+    Graph() = default;
+    Graph(Graph&& other) noexcept;
+    Graph& operator=(Graph&&) = delete;
+    ~Graph();
+};
+Graph graph_of(const Taula& table);
+
 struct TokenAnalyses {
     std::vector<Analisia> records;
 

@@ -1,0 +1,312 @@
+#include "tables/image.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+#include "Taula.h"
+#include "lemara/compiled_table.h"
+#include "tables/token_walk.h"
+
+namespace lemara {
+namespace {
+
+// A byte that no text table begins with, a name, and line ends that a transfer as text breaks.
+constexpr char MAGIC[8] = {'\x89', 'L', 'M', 'R', '\r', '\n', '\x1a', '\n'};
+constexpr std::uint32_t VERSION = 1;
+constexpr std::uint32_t ORDER = 0x01020304;
+constexpr std::uint32_t OTHER_ORDER = 0x04030201;
+
+struct Header {
+    char magic[8];
+    std::uint32_t version, order;
+    std::uint64_t checksum;  // of all bytes behind it
+    std::uint64_t total;     // bytes of the image
+    std::uint32_t state_count, arc_count, label_count, pool_size;
+    std::uint32_t flags;  // 1: wide labels; from bit 1 on: cycles
+    std::uint32_t unused[3];
+};
+static_assert(sizeof(Header) == PackedLayout::HEADER_BYTES, "the header has no gaps");
+
+constexpr std::size_t CHECKED_FROM = offsetof(Header, total);
+
+std::uint64_t word_at(const char* bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    word = __builtin_bswap64(word);
+#endif
+    return word;
+}
+
+/// Four lanes of FNV-1a over words of 8 bytes. Every step is a bijection of what was before, so
+/// a change of a single word always shows.
+std::uint64_t checksum_of(std::string_view bytes) {
+    constexpr std::uint64_t PRIME = 1099511628211u;
+    std::uint64_t lanes[4] = {14695981039346656037u, 1, 2, 3};
+    std::size_t i = 0;
+    for (; i + 32 <= bytes.size(); i += 32) {
+        for (std::size_t lane = 0; lane < 4; ++lane) {
+            lanes[lane] = (lanes[lane] ^ word_at(bytes.data() + i + 8 * lane)) * PRIME;
+        }
+    }
+    std::uint64_t hash = bytes.size();
+    for (const std::uint64_t lane : lanes) hash = (hash ^ lane) * PRIME;
+    for (; i < bytes.size(); ++i) {
+        hash = (hash ^ static_cast<std::uint8_t>(bytes[i])) * PRIME;
+    }
+    return hash;
+}
+
+std::uint64_t checksum_of_image(std::string_view image) {
+    return checksum_of(image.substr(CHECKED_FROM));
+}
+
+PackedLayout layout_of(const Header& header) {
+    PackedLayout layout;
+    layout.state_count = header.state_count;
+    layout.arc_count = header.arc_count;
+    layout.label_count = header.label_count;
+    layout.pool_size = header.pool_size;
+    layout.wide_labels = (header.flags & 1) != 0;
+    layout.cycles = header.flags >> 1;
+    return layout;
+}
+
+std::string defect_of_header(std::string_view image, Header& header) {
+    if (!is_compiled_table(image)) return "not a compiled table";
+    if (image.size() < sizeof header) return "cut short in its header";
+    std::memcpy(&header, image.data(), sizeof header);
+    if (header.order != ORDER) return "in a byte order that no machine has";
+    if (header.version != VERSION) {
+        return "of version " + std::to_string(header.version) + ", and this library reads " +
+               std::to_string(VERSION);
+    }
+    if (header.total != image.size()) {
+        return "of " + std::to_string(image.size()) + " bytes where its header says " +
+               std::to_string(header.total);
+    }
+    if (layout_of(header).total() != image.size()) return "of a size that its parts deny";
+    return "";
+}
+
+/// A sound view lets no search read outside the image.
+std::string defect_of_view(const PackedView& view) {
+    for (int byte = 0; byte < 256; ++byte) {
+        if (view.byte_class[byte] >= PackedView::CLASS_OF_END) return "a byte class is too high";
+    }
+    if (view.state_begin[0] != 0 || view.state_begin[view.state_count] != view.arc_count) {
+        return "the states do not share out the arcs";
+    }
+    bool rising = true;
+    for (std::uint32_t state = 0; state < view.state_count; ++state) {
+        rising &= view.state_begin[state] <= view.state_begin[state + 1];
+    }
+    if (!rising) return "the arcs of a state are out of order";
+    for (std::uint32_t i = 0; i < view.label_count; ++i) {
+        const PackedLabel& label = view.labels[i];
+        if (std::uint64_t{label.upper_at} + label.upper_size > view.pool_size ||
+            std::uint64_t{label.lower_at} + label.lower_size > view.pool_size) {
+            return "a symbol lies outside the pool";
+        }
+        PackedLabel described = label;
+        described.describe(view.upper(i), view.lower(i));
+        if (std::memcmp(&described, &label, sizeof label) != 0) return "a symbol is misdescribed";
+    }
+    const auto states = static_cast<std::int32_t>(view.state_count);
+    bool inside = true;
+    for (std::uint32_t arc = 0; arc < view.arc_count; ++arc) {
+        inside &= view.arc_target[arc] < states;
+        inside &= view.label_of(arc) < view.label_count;
+    }
+    if (!inside) return "an arc leads outside the table";
+    return "";
+}
+
+std::string defect_of_sound_order(std::string_view image) {
+    Header header{};
+    std::string defect = defect_of_header(image, header);
+    if (!defect.empty()) return defect;
+    if (checksum_of_image(image) != header.checksum) return "damaged: its checksum is wrong";
+    return defect_of_view(layout_of(header).view(image.data()));
+}
+
+template <class T>
+void turn(T& value) {
+    char bytes[sizeof(T)];
+    std::memcpy(bytes, &value, sizeof value);
+    for (std::size_t i = 0; i < sizeof(T) / 2; ++i) std::swap(bytes[i], bytes[sizeof(T) - 1 - i]);
+    std::memcpy(&value, bytes, sizeof value);
+}
+
+template <class T>
+void turn_all(char* at, std::uint64_t count) {
+    for (std::uint64_t i = 0; i < count; ++i, at += sizeof(T)) {
+        T value;
+        std::memcpy(&value, at, sizeof value);
+        turn(value);
+        std::memcpy(at, &value, sizeof value);
+    }
+}
+
+void turn_header(Header& header) {
+    turn(header.version);
+    turn(header.order);
+    turn(header.checksum);
+    turn(header.total);
+    turn(header.state_count);
+    turn(header.arc_count);
+    turn(header.label_count);
+    turn(header.pool_size);
+    turn(header.flags);
+}
+
+void turn_label(PackedLabel& label) {
+    turn(label.upper_at);
+    turn(label.upper_size);
+    turn(label.lower_at);
+    turn(label.lower_size);
+    turn(label.written_size);
+}
+
+void turn_arrays(char* image, const PackedLayout& at) {
+    turn_all<std::uint32_t>(image + at.begin_at(), at.state_count + std::uint64_t{1});
+    turn_all<std::uint32_t>(image + at.mask_at(), at.state_count);
+    turn_all<std::uint32_t>(image + at.target_at(), at.arc_count);
+    for (std::uint64_t i = 0; i < at.label_count; ++i) {
+        PackedLabel label;
+        char* place = image + at.labels_at() + i * sizeof label;
+        std::memcpy(&label, place, sizeof label);
+        turn_label(label);
+        std::memcpy(place, &label, sizeof label);
+    }
+    if (at.wide_labels) {
+        turn_all<std::uint32_t>(image + at.arc_label_at(), at.arc_count);
+    } else {
+        turn_all<std::uint16_t>(image + at.arc_label_at(), at.arc_count);
+    }
+}
+
+bool has_other_order(std::string_view image) {
+    std::uint32_t order = 0;
+    if (image.size() < sizeof(Header)) return false;
+    std::memcpy(&order, image.data() + offsetof(Header, order), sizeof order);
+    return order == OTHER_ORDER;
+}
+
+/// Turns an image of the other order into one of this machine's; false if its parts don't
+/// fill it. The checksum is that of the turned bytes if that of the bytes as they came held.
+bool turn_to_own(std::string& image) {
+    Header header;
+    std::memcpy(&header, image.data(), sizeof header);
+    turn_header(header);
+    const PackedLayout layout = layout_of(header);
+    if (header.total != image.size() || layout.total() != image.size()) return false;
+    const bool sound = checksum_of_image(image) == header.checksum;
+    turn_arrays(image.data(), layout);
+    std::memcpy(image.data(), &header, sizeof header);
+    header.checksum = checksum_of_image(image) + (sound ? 0 : 1);
+    std::memcpy(image.data(), &header, sizeof header);
+    return true;
+}
+
+}  // namespace
+
+bool is_compiled_table(std::string_view bytes) {
+    return bytes.substr(0, sizeof MAGIC) == std::string_view(MAGIC, sizeof MAGIC);
+}
+
+std::string image_of(const PackedTable& table) {
+    std::string image(reinterpret_cast<const char*>(table.block().data()), table.block_bytes());
+    const PackedView& view = table.view();
+    Header header{};
+    std::memcpy(header.magic, MAGIC, sizeof MAGIC);
+    header.version = VERSION;
+    header.order = ORDER;
+    header.total = image.size();
+    header.state_count = view.state_count;
+    header.arc_count = view.arc_count;
+    header.label_count = view.label_count;
+    header.pool_size = view.pool_size;
+    header.flags = (view.wide_labels ? 1u : 0u) | view.cycles << 1;
+    std::memcpy(image.data(), &header, sizeof header);
+    header.checksum = checksum_of_image(image);
+    std::memcpy(image.data(), &header, sizeof header);
+    return image;
+}
+
+std::string compiled_table_defect(std::string_view image) {
+    if (!is_compiled_table(image) || !has_other_order(image)) {
+        // Arrays are read in place, so they must stand as in a file that is mapped.
+        std::vector<std::uint64_t> aligned(image.size() / 8 + 1);
+        if (!image.empty()) std::memcpy(aligned.data(), image.data(), image.size());
+        return defect_of_sound_order(
+            {reinterpret_cast<const char*>(aligned.data()), image.size()});
+    }
+    std::string turned(image);
+    if (!turn_to_own(turned)) return "of a size that its parts deny";
+    return compiled_table_defect(turned);
+}
+
+std::string with_other_byte_order(std::string image) {
+    if (!is_compiled_table(image) || image.size() < sizeof(Header)) return image;
+    if (has_other_order(image)) {
+        turn_to_own(image);
+        return image;
+    }
+    Header header;
+    std::memcpy(&header, image.data(), sizeof header);
+    if (layout_of(header).total() != image.size()) return image;
+    turn_arrays(image.data(), layout_of(header));
+    turn_header(header);
+    std::memcpy(image.data(), &header, sizeof header);
+    header.checksum = checksum_of_image(image);
+    turn(header.checksum);
+    std::memcpy(image.data(), &header, sizeof header);
+    return image;
+}
+
+std::string compile_table(const Taula& table) {
+    return image_of(PackedTable(graph_of(table).states));
+}
+
+std::unique_ptr<Image> Image::open(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return nullptr;
+    struct stat status {};
+    std::unique_ptr<Image> image(new Image);
+    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
+        static_cast<std::uint64_t>(status.st_size) >= sizeof(Header)) {
+        image->mapped_size_ = static_cast<std::size_t>(status.st_size);
+        void* at = ::mmap(nullptr, image->mapped_size_, PROT_READ, MAP_SHARED | MAP_POPULATE,
+                          file, 0);
+        if (at != MAP_FAILED) image->mapped_ = static_cast<const char*>(at);
+    }
+    ::close(file);
+    if (image->mapped_ == nullptr) return nullptr;
+    std::string_view bytes(image->mapped_, image->mapped_size_);
+    std::string turned;
+    if (is_compiled_table(bytes) && has_other_order(bytes)) {
+        turned = bytes;
+        if (!turn_to_own(turned)) return nullptr;
+        image->own_.resize(turned.size() / 8 + 1);
+        std::memcpy(image->own_.data(), turned.data(), turned.size());
+        bytes = {reinterpret_cast<const char*>(image->own_.data()), turned.size()};
+    }
+    if (!defect_of_sound_order(bytes).empty()) return nullptr;
+    Header header;
+    std::memcpy(&header, bytes.data(), sizeof header);
+    image->view_ = layout_of(header).view(bytes.data());
+    return image;
+}
+
+Image::~Image() {
+    if (mapped_ != nullptr) ::munmap(const_cast<char*>(mapped_), mapped_size_);
+}
+
+}  // namespace lemara
