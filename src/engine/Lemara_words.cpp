@@ -114,8 +114,7 @@ std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera, bool ira
 std::vector<Analisia> Lemara::sortuFormak(const std::string& hitza,
                                           const std::string& etiketa) const {
     const Sarea* network = find_network(MAIN_NETWORK);
-    if (network == nullptr) return {};
-    const std::vector<Analisia> analyses = network->taula->analizatuTokena(hitza);
+    const std::vector<Analisia> analyses = analizatuTokena(hitza, MAIN_NETWORK);
     for (const Analisia& analysis : analyses) {
         const std::size_t at = analysis.analisia.find(etiketa);
         if (at == std::string::npos) continue;

@@ -34,14 +34,20 @@ lemara::Acceptor& lemara::acceptor_of(const Taula& table) {
 namespace {
 
 /// A state as it was in the graph that an image was compiled from.
-std::unique_ptr<Egoera> unfolded(const lemara::PackedView& view, std::uint32_t state) {
+std::unique_ptr<Egoera> unfolded(const lemara::PackedView& view,
+                                 const std::vector<lemara::StateRef>& places,
+                                 lemara::StateRef ref) {
     auto result = std::make_unique<Egoera>();
-    for (std::uint32_t arc = view.state_begin[state]; arc < view.state_begin[state + 1]; ++arc) {
+    const lemara::PackedState state = view.state(ref);
+    for (std::uint32_t i = 0; i < state.count; ++i) {
+        const lemara::PackedArc& arc = state.arcs[i];
         const std::uint32_t label = view.label_of(arc);
-        result->zubiak.push_back(new Zubia(view.arc_target[arc], std::string(view.upper(label)),
-                                           std::string(view.lower(label))));
+        const auto place = std::lower_bound(places.begin(), places.end(), arc.target);
+        const int target = arc.target < 0 ? arc.target : static_cast<int>(place - places.begin());
+        result->zubiak.push_back(
+            new Zubia(target, std::string(view.upper(label)), std::string(view.lower(label))));
         // As a load leaves it: what the last record of the state was.
-        result->final = view.arc_target[arc] < 0;
+        result->final = target < 0;
     }
     return result;
 }
@@ -69,8 +75,13 @@ lemara::Graph lemara::graph_of(const Taula& table) {
         return graph;
     }
     graph.owned = true;
-    for (std::uint32_t i = 0; i < view->state_count; ++i) {
-        graph.states.push_back(unfolded(*view, i).release());
+    std::vector<StateRef> places;  // of the states, by number
+    StateRef ref = 0;
+    for (std::uint32_t i = 0; i < view->state_count; ++i, ref = view->behind(ref)) {
+        places.push_back(ref);
+    }
+    for (const StateRef place : places) {
+        graph.states.push_back(unfolded(*view, places, place).release());
     }
     return graph;
 }

@@ -57,7 +57,7 @@ std::uint8_t with_label(std::uint8_t path, std::uint8_t label) {
 }
 
 // A place is a state, or an arc whose lower symbol has been read in part: bit 63 tells, bits
-// 32 to 62 the number, 8 to 31 the bytes read, 0 to 7 the path.
+// 32 to 62 where it stands, 8 to 31 the bytes read, 0 to 7 the path.
 constexpr std::uint64_t IN_ARC = std::uint64_t{1} << 63;
 
 std::uint64_t in_state(std::uint32_t state, std::uint8_t path) {
@@ -88,12 +88,10 @@ public:
             read_on(number_of(place), read_of(place), path_of(place), byte);
             return;
         }
-        const std::uint32_t state = number_of(place);
-        for (std::uint32_t arc = table_.state_begin[state]; arc < table_.state_begin[state + 1];
-             ++arc) {
-            const std::uint32_t label = table_.label_of(arc);
-            if (table_.labels[label].lower_size == 0) continue;
-            if (table_.arc_first[arc] == byte) read_on(arc, 0, path_of(place), byte);
+        const PackedState state = table_.state(static_cast<StateRef>(number_of(place)));
+        for (std::uint32_t i = 0; i < state.count; ++i) {
+            if (state.first[i] != byte || byte == 0) continue;
+            read_on(place_of(state.arcs[i]), 0, path_of(place), byte);
         }
     }
 
@@ -114,17 +112,16 @@ public:
             open_.pop_back();
             if (!seen_.emplace(place, true).second) continue;
             if (seen_.size() > MOST_PLACES) return false;
-            const std::uint32_t state = number_of(place);
+            const PackedState state = table_.state(static_cast<StateRef>(number_of(place)));
             bool reads = false;
-            for (std::uint32_t arc = table_.state_begin[state];
-                 arc < table_.state_begin[state + 1]; ++arc) {
-                if (table_.arc_first[arc] != 0) {
+            for (std::uint32_t i = 0; i < state.count; ++i) {
+                if (state.first[i] != 0) {
                     reads = true;
                     continue;
                 }
-                const std::uint32_t label = table_.label_of(arc);
+                const std::uint32_t label = table_.label_of(state.arcs[i]);
                 if (table_.labels[label].lower_size != 0) continue;  // a NUL: never read
-                arrive(table_.arc_target[arc], with_label(path_of(place), traits_[label]));
+                arrive(state.arcs[i].target, with_label(path_of(place), traits_[label]));
             }
             if (reads) places.push_back(place);
         }
@@ -137,14 +134,24 @@ public:
     std::uint8_t ends = 0;
 
 private:
+    // An arc by its distance from the first block, in units of 4 bytes.
+    std::uint32_t place_of(const PackedArc& arc) const {
+        return static_cast<std::uint32_t>(
+            (reinterpret_cast<const std::uint8_t*>(&arc) - table_.states) / 4);
+    }
+    const PackedArc& arc_at(std::uint32_t place) const {
+        return *reinterpret_cast<const PackedArc*>(table_.states + 4 * std::size_t{place});
+    }
+
     void read_on(std::uint32_t arc, std::uint32_t read, std::uint8_t path, std::uint8_t byte) {
-        const std::uint32_t number = table_.label_of(arc);
+        const PackedArc& packed = arc_at(arc);
+        const std::uint32_t number = table_.label_of(packed);
         const PackedLabel& label = table_.labels[number];
         if (static_cast<std::uint8_t>(table_.pool[label.lower_at + read]) != byte) return;
         if (read + 1 < label.lower_size) {
             if (read + 1 < 0xFFFFFF) places.push_back(in_arc(arc, read + 1, path));
         } else {
-            arrive(table_.arc_target[arc], with_label(path, traits_[number]));
+            arrive(packed.target, with_label(path, traits_[number]));
         }
     }
 

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -28,8 +29,9 @@ struct Header {
     std::uint64_t checksum;  // of all bytes behind it
     std::uint64_t total;     // bytes of the image
     std::uint32_t state_count, arc_count, label_count, pool_size;
-    std::uint32_t flags;  // 1: wide labels; from bit 1 on: cycles
-    std::uint32_t unused[3];
+    std::uint32_t states_size;  // in units of 4 bytes
+    std::uint32_t flags;        // 1: wide labels; from bit 1 on: cycles
+    std::uint32_t unused[2];
 };
 static_assert(sizeof(Header) == PackedLayout::HEADER_BYTES, "the header has no gaps");
 
@@ -73,6 +75,7 @@ PackedLayout layout_of(const Header& header) {
     layout.arc_count = header.arc_count;
     layout.label_count = header.label_count;
     layout.pool_size = header.pool_size;
+    layout.states_size = header.states_size;
     layout.wide_labels = (header.flags & 1) != 0;
     layout.cycles = header.flags >> 1;
     return layout;
@@ -95,19 +98,56 @@ std::string defect_of_header(std::string_view image, Header& header) {
     return "";
 }
 
+/// Finds the blocks of all states, then asks whether every arc leads to one.
+std::string defect_of_states(const PackedView& view) {
+    const std::uint64_t size = 4 * std::uint64_t{view.states_size};
+    std::vector<bool> begins(view.states_size);
+    std::uint64_t arcs = 0;
+    StateRef ref = 0;
+    for (std::uint32_t i = 0; i < view.state_count; ++i) {
+        const std::uint64_t at = 4 * static_cast<std::uint64_t>(ref);
+        if (at + 4 > size || (view.states[at] == PackedView::MANY_ARCS && at + 8 > size)) {
+            return "a state lies outside its part";
+        }
+        const PackedState state = view.state(ref);
+        const std::uint64_t head = state.count < PackedView::MANY_ARCS
+                                       ? (state.count + 4u) & ~std::uint64_t{3}
+                                       : 8 + ((state.count + std::uint64_t{3}) & ~std::uint64_t{3});
+        const std::uint64_t end = at + head + sizeof(PackedArc) * std::uint64_t{state.count};
+        if (end > size || end / 4 > std::uint64_t{INT32_MAX}) return "a state is too large";
+        begins[static_cast<std::size_t>(ref)] = true;
+        arcs += state.count;
+        ref = static_cast<StateRef>(end / 4);
+    }
+    if (4 * static_cast<std::uint64_t>(ref) != size || arcs != view.arc_count) {
+        return "the states do not fill their part";
+    }
+    ref = 0;
+    for (std::uint32_t i = 0; i < view.state_count; ++i, ref = view.behind(ref)) {
+        const PackedState state = view.state(ref);
+        for (std::uint32_t k = 0; k < state.count; ++k) {
+            const StateRef target = state.arcs[k].target;
+            if (target >= 0 && (static_cast<std::uint32_t>(target) >= view.states_size ||
+                                !begins[static_cast<std::size_t>(target)])) {
+                return "an arc leads to no state";
+            }
+            const std::uint32_t label = view.label_of(state.arcs[k]);
+            if (label >= view.label_count) return "an arc has no label";
+            const PackedLabel& symbols = view.labels[label];
+            const std::uint8_t first =
+                symbols.lower_size == 0 ? std::uint8_t{0}
+                                        : static_cast<std::uint8_t>(view.pool[symbols.lower_at]);
+            if (state.first[k] != first) return "an arc is misdescribed";
+        }
+    }
+    return "";
+}
+
 /// A sound view lets no search read outside the image.
 std::string defect_of_view(const PackedView& view) {
     for (int byte = 0; byte < 256; ++byte) {
         if (view.byte_class[byte] >= PackedView::CLASS_OF_END) return "a byte class is too high";
     }
-    if (view.state_begin[0] != 0 || view.state_begin[view.state_count] != view.arc_count) {
-        return "the states do not share out the arcs";
-    }
-    bool rising = true;
-    for (std::uint32_t state = 0; state < view.state_count; ++state) {
-        rising &= view.state_begin[state] <= view.state_begin[state + 1];
-    }
-    if (!rising) return "the arcs of a state are out of order";
     for (std::uint32_t i = 0; i < view.label_count; ++i) {
         const PackedLabel& label = view.labels[i];
         if (std::uint64_t{label.upper_at} + label.upper_size > view.pool_size ||
@@ -118,14 +158,7 @@ std::string defect_of_view(const PackedView& view) {
         described.describe(view.upper(i), view.lower(i));
         if (std::memcmp(&described, &label, sizeof label) != 0) return "a symbol is misdescribed";
     }
-    const auto states = static_cast<std::int32_t>(view.state_count);
-    bool inside = true;
-    for (std::uint32_t arc = 0; arc < view.arc_count; ++arc) {
-        inside &= view.arc_target[arc] < states;
-        inside &= view.label_of(arc) < view.label_count;
-    }
-    if (!inside) return "an arc leads outside the table";
-    return "";
+    return defect_of_states(view);
 }
 
 std::string defect_of_sound_order(std::string_view image) {
@@ -163,6 +196,7 @@ void turn_header(Header& header) {
     turn(header.arc_count);
     turn(header.label_count);
     turn(header.pool_size);
+    turn(header.states_size);
     turn(header.flags);
 }
 
@@ -174,10 +208,33 @@ void turn_label(PackedLabel& label) {
     turn(label.written_size);
 }
 
-void turn_arrays(char* image, const PackedLayout& at) {
-    turn_all<std::uint32_t>(image + at.begin_at(), at.state_count + std::uint64_t{1});
-    turn_all<std::uint32_t>(image + at.mask_at(), at.state_count);
-    turn_all<std::uint32_t>(image + at.target_at(), at.arc_count);
+/// Turns counts and arcs of all blocks, as far as they lie in their part. `native` says that
+/// the counts are in this machine's order.
+void turn_states(char* states, const PackedLayout& layout, bool native) {
+    const std::uint64_t size = 4 * std::uint64_t{layout.states_size};
+    std::uint64_t at = 0;
+    for (std::uint32_t i = 0; i < layout.state_count && at + 4 <= size; ++i) {
+        std::uint32_t count = static_cast<std::uint8_t>(states[at]);
+        std::uint64_t head = (count + 4u) & ~std::uint64_t{3};
+        if (count == PackedView::MANY_ARCS) {
+            if (at + 8 > size) return;
+            if (!native) turn_all<std::uint32_t>(states + at + 4, 1);
+            std::memcpy(&count, states + at + 4, sizeof count);
+            if (native) turn_all<std::uint32_t>(states + at + 4, 1);
+            head = 8 + ((count + std::uint64_t{3}) & ~std::uint64_t{3});
+        }
+        at += head;
+        if (at + sizeof(PackedArc) * std::uint64_t{count} > size) return;
+        for (std::uint32_t k = 0; k < count; ++k, at += sizeof(PackedArc)) {
+            turn_all<std::int32_t>(states + at + offsetof(PackedArc, target), 1);
+            turn_all<std::uint16_t>(states + at + offsetof(PackedArc, label), 2);
+        }
+    }
+}
+
+/// Turns all numbers behind the header. `native` says that they are in this machine's order.
+void turn_arrays(char* image, const PackedLayout& at, bool native) {
+    turn_states(image + PackedLayout::STATES_AT, at, native);
     for (std::uint64_t i = 0; i < at.label_count; ++i) {
         PackedLabel label;
         char* place = image + at.labels_at() + i * sizeof label;
@@ -185,11 +242,7 @@ void turn_arrays(char* image, const PackedLayout& at) {
         turn_label(label);
         std::memcpy(place, &label, sizeof label);
     }
-    if (at.wide_labels) {
-        turn_all<std::uint32_t>(image + at.arc_label_at(), at.arc_count);
-    } else {
-        turn_all<std::uint16_t>(image + at.arc_label_at(), at.arc_count);
-    }
+    turn_all<std::uint32_t>(image + at.wide_labels_at(), at.wide_label_count());
 }
 
 bool has_other_order(std::string_view image) {
@@ -208,7 +261,7 @@ bool turn_to_own(std::string& image) {
     const PackedLayout layout = layout_of(header);
     if (header.total != image.size() || layout.total() != image.size()) return false;
     const bool sound = checksum_of_image(image) == header.checksum;
-    turn_arrays(image.data(), layout);
+    turn_arrays(image.data(), layout, false);
     std::memcpy(image.data(), &header, sizeof header);
     header.checksum = checksum_of_image(image) + (sound ? 0 : 1);
     std::memcpy(image.data(), &header, sizeof header);
@@ -233,7 +286,8 @@ std::string image_of(const PackedTable& table) {
     header.arc_count = view.arc_count;
     header.label_count = view.label_count;
     header.pool_size = view.pool_size;
-    header.flags = (view.wide_labels ? 1u : 0u) | view.cycles << 1;
+    header.states_size = view.states_size;
+    header.flags = (view.wide_labels != nullptr ? 1u : 0u) | view.cycles << 1;
     std::memcpy(image.data(), &header, sizeof header);
     header.checksum = checksum_of_image(image);
     std::memcpy(image.data(), &header, sizeof header);
@@ -262,7 +316,7 @@ std::string with_other_byte_order(std::string image) {
     Header header;
     std::memcpy(&header, image.data(), sizeof header);
     if (layout_of(header).total() != image.size()) return image;
-    turn_arrays(image.data(), layout_of(header));
+    turn_arrays(image.data(), layout_of(header), true);
     turn_header(header);
     std::memcpy(image.data(), &header, sizeof header);
     header.checksum = checksum_of_image(image);

@@ -28,6 +28,7 @@ public:
         begin_.push_back(static_cast<std::uint32_t>(target_.size()));
         choose_classes();
         find_masks();
+        place_states();
         if (has_cycle(true)) cycles_ |= EMPTY_CYCLES;
         if (has_cycle(false)) cycles_ |= ANY_CYCLES;
     }
@@ -38,6 +39,7 @@ public:
         layout.arc_count = static_cast<std::uint32_t>(target_.size());
         layout.label_count = static_cast<std::uint32_t>(labels_.size());
         layout.pool_size = static_cast<std::uint32_t>(pool_.size());
+        layout.states_size = static_cast<std::uint32_t>(size_);
         layout.wide_labels = labels_.size() > std::numeric_limits<std::uint16_t>::max();
         layout.cycles = cycles_;
         return layout;
@@ -46,24 +48,62 @@ public:
     void write(char* block) const {
         const PackedLayout at = layout();
         put(block + PackedLayout::CLASSES_AT, byte_class_.data(), byte_class_.size());
-        put(block + at.begin_at(), begin_.data(), begin_.size());
-        put(block + at.mask_at(), mask_.data(), mask_.size());
-        put(block + at.target_at(), target_.data(), target_.size());
         put(block + at.labels_at(), labels_.data(), labels_.size());
-        put(block + at.first_at(), first_.data(), first_.size());
         put(block + at.pool_at(), pool_.data(), pool_.size());
-        if (at.wide_labels) {
-            put(block + at.arc_label_at(), label_.data(), label_.size());
-        } else {
-            const std::vector<std::uint16_t> narrow(label_.begin(), label_.end());
-            put(block + at.arc_label_at(), narrow.data(), narrow.size());
+        std::vector<std::uint32_t> wide(static_cast<std::size_t>(at.wide_label_count()));
+        char* states = block + PackedLayout::STATES_AT;
+        for (std::size_t state = 0; state < states_.size(); ++state) {
+            write_state(states, state, wide);
         }
+        put(block + at.wide_labels_at(), wide.data(), wide.size());
     }
 
 private:
     template <class T>
     static void put(char* to, const T* from, std::size_t count) {
         if (count != 0) std::memcpy(to, from, count * sizeof(T));
+    }
+
+    static std::size_t head_of(std::size_t count) {
+        if (count < PackedView::MANY_ARCS) return (count + 4) / 4;
+        return 2 + (count + 3) / 4;
+    }
+
+    /// Where each block stands, in units of 4 bytes.
+    void place_states() {
+        place_.reserve(states_.size());
+        for (std::size_t state = 0; state < states_.size(); ++state) {
+            place_.push_back(static_cast<StateRef>(size_));
+            const std::size_t count = begin_[state + 1] - begin_[state];
+            size_ += head_of(count) + 2 * count;
+        }
+    }
+
+    void write_state(char* states, std::size_t state, std::vector<std::uint32_t>& wide) const {
+        const std::uint32_t count = begin_[state + 1] - begin_[state];
+        char* block = states + 4 * static_cast<std::size_t>(place_[state]);
+        char* first = block + 1;
+        *block = static_cast<char>(std::min<std::uint32_t>(count, PackedView::MANY_ARCS));
+        if (count >= PackedView::MANY_ARCS) {
+            std::memcpy(block + 4, &count, sizeof count);
+            first = block + 8;
+        }
+        put(first, first_.data() + begin_[state], count);
+        char* arcs = block + 4 * head_of(count);
+        for (std::uint32_t i = 0; i < count; ++i) {
+            const std::uint32_t arc = begin_[state] + i;
+            PackedArc packed{};
+            const std::int32_t target = target_[arc];
+            packed.target = target < 0 ? target : place_[static_cast<std::size_t>(target)];
+            packed.follows = target < 0 ? PackedView::END_BIT
+                                        : mask_[static_cast<std::size_t>(target)];
+            if (wide.empty()) {
+                packed.label = static_cast<std::uint16_t>(label_[arc]);
+            } else {
+                wide[static_cast<std::size_t>(arcs - states) / 8 + i] = label_[arc];
+            }
+            std::memcpy(arcs + i * sizeof packed, &packed, sizeof packed);
+        }
     }
 
     void add(const Zubia& arc) {
@@ -112,7 +152,7 @@ private:
             return counts[static_cast<std::size_t>(a)] > counts[static_cast<std::size_t>(b)];
         });
         for (std::size_t rank = 0; rank < order.size(); ++rank) {
-            const auto own = static_cast<std::uint8_t>(rank < 24 ? rank : 24 + rank % 7);
+            const auto own = static_cast<std::uint8_t>(rank < 10 ? rank : 10 + rank % 5);
             byte_class_[static_cast<std::size_t>(order[rank])] = own;
         }
     }
@@ -129,7 +169,7 @@ private:
         for (std::uint32_t state = 0; state < states_.size(); ++state) {
             for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
                 if (labels_[label_[arc]].lower_size != 0) {
-                    mask_[state] |= std::uint32_t{1} << byte_class_[first_[arc]];
+                    mask_[state] |= static_cast<std::uint16_t>(1u << byte_class_[first_[arc]]);
                 } else if (target_[arc] < 0) {
                     mask_[state] |= PackedView::END_BIT;
                 } else {
@@ -142,7 +182,7 @@ private:
             const std::uint32_t state = open.back();
             open.pop_back();
             for (const std::uint32_t source : sources[state]) {
-                const std::uint32_t mask = mask_[source] | mask_[state];
+                const auto mask = static_cast<std::uint16_t>(mask_[source] | mask_[state]);
                 if (mask == mask_[source]) continue;
                 mask_[source] = mask;
                 open.push_back(source);
@@ -180,8 +220,11 @@ private:
 
     const std::vector<Egoera*>& states_;
     std::uint32_t cycles_ = 0;
-    std::vector<std::uint32_t> begin_, mask_, label_;
+    std::vector<std::uint32_t> begin_, label_;
+    std::vector<std::uint16_t> mask_;  // by state: what can follow in it
     std::vector<std::int32_t> target_;
+    std::vector<StateRef> place_;  // by state
+    std::size_t size_ = 0;         // of all blocks, in units of 4 bytes
     std::vector<std::uint8_t> first_;
     std::vector<PackedLabel> labels_;
     std::string pool_, key_;
@@ -212,16 +255,13 @@ PackedView PackedLayout::view(const char* block) const {
     view.arc_count = arc_count;
     view.label_count = label_count;
     view.pool_size = pool_size;
-    view.wide_labels = wide_labels;
+    view.states_size = states_size;
     view.cycles = cycles;
     const auto at = [&](std::uint64_t offset) { return static_cast<const void*>(block + offset); };
     view.byte_class = static_cast<const std::uint8_t*>(at(CLASSES_AT));
-    view.state_begin = static_cast<const std::uint32_t*>(at(begin_at()));
-    view.state_mask = static_cast<const std::uint32_t*>(at(mask_at()));
-    view.arc_target = static_cast<const std::int32_t*>(at(target_at()));
+    view.states = static_cast<const std::uint8_t*>(at(STATES_AT));
     view.labels = static_cast<const PackedLabel*>(at(labels_at()));
-    view.arc_label = at(arc_label_at());
-    view.arc_first = static_cast<const std::uint8_t*>(at(first_at()));
+    if (wide_labels) view.wide_labels = static_cast<const std::uint32_t*>(at(wide_labels_at()));
     view.pool = block + pool_at();
     return view;
 }

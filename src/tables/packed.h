@@ -1,13 +1,14 @@
 // The packed form of a table: what searches run on.
 //
-// States and arcs stand in contiguous arrays, the arcs of a state in file order. Every distinct
-// pair of symbols is a label, stored once. A byte for each arc, the first of its lower symbol
-// (0: empty), finds the arcs that can match the next byte of a token, 16 at a look; and a mask
-// for each state tells which bytes can follow behind its empty arcs, so that hardly any arc is
-// taken in vain.
+// A state is a block of bytes: how many arcs it has, then a byte for each arc, the first of its
+// lower symbol (0: empty), then the arcs themselves, in file order. So a search that enters a
+// state touches one place in memory. The bytes in front find the arcs that can match the next
+// byte of a token, 16 at a look; and a mask in each arc tells which bytes can follow behind
+// it, over empty arcs too, so that hardly any arc is taken in vain. An arc holds the place of
+// its target's block. Every distinct pair of symbols is a label, stored once.
 //
-// The arrays lie in one block, in the layout of a compiled table's file (see image.h), whether
-// they were packed in memory or mapped. Arcs that lead nowhere (to a state that doesn't exist)
+// All of it lies in one block, in the layout of a compiled table's file (see image.h), whether
+// it was packed in memory or mapped. Arcs that lead nowhere (to a state that doesn't exist)
 // are left out; nothing else differs from the graph.
 //
 // Tests: tests/tables/packed_test.cpp, against the walk over the graph.
@@ -15,6 +16,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -42,35 +44,82 @@ struct PackedLabel {
     void describe(std::string_view upper, std::string_view lower);
 };
 
+/// Where a state stands: its block's distance from the first one, in units of 4 bytes.
+using StateRef = std::int32_t;
+
+/// An arc. If there are more labels than fit here, they are in a table of their own.
+struct PackedArc {
+    StateRef target;        // negative: end of a word
+    std::uint16_t label;
+    std::uint16_t follows;  // mask of what can follow; classes of bytes, and the end
+};
+
+/// A state, taken out of its block.
+struct PackedState {
+    std::uint32_t count;
+    const std::uint8_t* first;  // a byte for each arc
+    const PackedArc* arcs;
+};
+
 /// What is known of a table as a whole.
 constexpr std::uint32_t EMPTY_CYCLES = 1;  // arcs with an empty lower symbol form a cycle
 constexpr std::uint32_t ANY_CYCLES = 2;    // arcs of any kind form a cycle
 
 /// Read-only view of a packed table. The block that it looks at belongs to somebody else.
 struct PackedView {
-    static constexpr int CLASS_OF_END = 31;  // mask bit of the end of the token
+    static constexpr int CLASS_OF_END = 15;  // mask bit of the end of the token
+    static constexpr std::uint16_t END_BIT = std::uint16_t{1} << CLASS_OF_END;
 
     std::uint32_t state_count = 0;
     std::uint32_t arc_count = 0;
     std::uint32_t label_count = 0;
     std::uint32_t pool_size = 0;
-    bool wide_labels = false;                       // labels of 4 bytes, not 2
-    std::uint32_t cycles = 0;                       // EMPTY_CYCLES, ANY_CYCLES
-    const std::uint8_t* byte_class = nullptr;       // [256]: mask bit of a byte, 0 to 30
-    const std::uint32_t* state_begin = nullptr;     // [state_count + 1]: first arc
-    const std::uint32_t* state_mask = nullptr;      // [state_count]: what can follow
-    const std::int32_t* arc_target = nullptr;       // [arc_count]; negative: end of a word
-    const void* arc_label = nullptr;                // [arc_count]
-    const std::uint8_t* arc_first = nullptr;        // [arc_count + ARC_PADDING]
-    const PackedLabel* labels = nullptr;            // [label_count]
-    const char* pool = nullptr;                     // [pool_size]
+    std::uint32_t states_size = 0;                // of all blocks, in units of 4 bytes
+    std::uint32_t cycles = 0;                     // EMPTY_CYCLES, ANY_CYCLES
+    const std::uint8_t* byte_class = nullptr;     // [256]: mask bit of a byte, 0 to 14
+    const std::uint8_t* states = nullptr;         // the blocks, state 0 in front
+    const std::uint32_t* wide_labels = nullptr;   // one for each place of 8 bytes, or null
+    const PackedLabel* labels = nullptr;          // [label_count]
+    const char* pool = nullptr;                   // [pool_size]
 
-    /// Bytes behind the last arc's that a look may touch.
-    static constexpr std::size_t ARC_PADDING = 64;
+    /// Bytes behind an array that a look or a copy may touch.
+    static constexpr std::size_t PADDING = 64;
 
-    std::uint32_t label_of(std::uint32_t arc) const {
-        return wide_labels ? static_cast<const std::uint32_t*>(arc_label)[arc]
-                           : static_cast<const std::uint16_t*>(arc_label)[arc];
+    /// A count of this in a block's first byte means that the count stands in the next word.
+    static constexpr std::uint8_t MANY_ARCS = 255;
+
+    PackedState state(StateRef ref) const {
+        const std::uint8_t* block = states + 4 * static_cast<std::size_t>(ref);
+        std::uint32_t count = *block++;
+        std::size_t head = (count + 4) & ~std::size_t{3};
+        if (count == MANY_ARCS) {
+            std::memcpy(&count, block + 3, sizeof count);
+            block += 7;
+            head = 8 + ((count + std::size_t{3}) & ~std::size_t{3});
+        }
+        const std::uint8_t* start = states + 4 * static_cast<std::size_t>(ref);
+        return {count, block, reinterpret_cast<const PackedArc*>(start + head)};
+    }
+
+    /// The place behind a state's block.
+    StateRef behind(StateRef ref) const {
+        const PackedState here = state(ref);
+        const auto* end = reinterpret_cast<const std::uint8_t*>(here.arcs + here.count);
+        return static_cast<StateRef>((end - states) / 4);
+    }
+
+    /// The place of the state of that number; -1 if there is none. Cost: linear in it.
+    StateRef find(std::int32_t number) const {
+        if (number < 0 || static_cast<std::uint32_t>(number) >= state_count) return -1;
+        StateRef ref = 0;
+        while (number-- > 0) ref = behind(ref);
+        return ref;
+    }
+
+    std::uint32_t label_of(const PackedArc& arc) const {
+        if (wide_labels == nullptr) return arc.label;
+        const auto place = reinterpret_cast<const std::uint8_t*>(&arc) - states;
+        return wide_labels[place / 8];
     }
     std::string_view upper(std::uint32_t label) const {
         return {pool + labels[label].upper_at, labels[label].upper_size};
@@ -78,11 +127,9 @@ struct PackedView {
     std::string_view lower(std::uint32_t label) const {
         return {pool + labels[label].lower_at, labels[label].lower_size};
     }
-    bool can_follow(std::int32_t state, std::uint32_t class_bit) const {
-        return (state_mask[state] & class_bit) != 0;
+    std::uint16_t bit_of(std::uint8_t byte) const {
+        return static_cast<std::uint16_t>(1u << byte_class[byte]);
     }
-    std::uint32_t bit_of(std::uint8_t byte) const { return std::uint32_t{1} << byte_class[byte]; }
-    static constexpr std::uint32_t END_BIT = std::uint32_t{1} << CLASS_OF_END;
 };
 
 /// The arcs among `count` (at most 64) from `first` on whose byte is `byte` or 0, as bits.
@@ -130,26 +177,25 @@ private:
 /// Sizes of the arrays, and where they stand in a block.
 struct PackedLayout {
     std::uint32_t state_count = 0, arc_count = 0, label_count = 0, pool_size = 0;
+    std::uint32_t states_size = 0;
     bool wide_labels = false;
     std::uint32_t cycles = 0;
 
     static constexpr std::size_t HEADER_BYTES = 64;
     static constexpr std::size_t CLASSES_AT = HEADER_BYTES;  // 256 bytes
+    static constexpr std::size_t STATES_AT = CLASSES_AT + 256;
 
-    std::uint64_t begin_at() const { return CLASSES_AT + 256; }
-    std::uint64_t mask_at() const { return begin_at() + 4 * (std::uint64_t{state_count} + 1); }
-    std::uint64_t target_at() const { return mask_at() + 4 * std::uint64_t{state_count}; }
-    std::uint64_t labels_at() const { return target_at() + 4 * std::uint64_t{arc_count}; }
-    std::uint64_t arc_label_at() const {
+    std::uint64_t labels_at() const {
+        return STATES_AT + 4 * std::uint64_t{states_size} + PackedView::PADDING;
+    }
+    std::uint64_t wide_labels_at() const {
         return labels_at() + sizeof(PackedLabel) * std::uint64_t{label_count};
     }
-    std::uint64_t first_at() const {
-        return arc_label_at() + (wide_labels ? 4 : 2) * std::uint64_t{arc_count};
+    std::uint64_t wide_label_count() const {
+        return wide_labels ? std::uint64_t{states_size} / 2 + 1 : 0;
     }
-    std::uint64_t pool_at() const {
-        return first_at() + arc_count + PackedView::ARC_PADDING;
-    }
-    std::uint64_t total() const { return pool_at() + pool_size; }
+    std::uint64_t pool_at() const { return wide_labels_at() + 4 * wide_label_count(); }
+    std::uint64_t total() const { return pool_at() + pool_size + PackedView::PADDING; }
 
     /// The view of a block of this layout.
     PackedView view(const char* block) const;

@@ -50,6 +50,16 @@ public:
         std::memcpy(data_ + size_, text.data(), text.size());
         size_ += text.size();
     }
+
+    /// The same for a symbol of the pool, behind which SHORT bytes may be read.
+    void append_symbol(const char* text, std::size_t size) {
+        if (size <= SHORT && size_ + SHORT < capacity_) {
+            std::memcpy(data_ + size_, text, SHORT);  // of fixed size: two moves
+            size_ += size;
+        } else {
+            append({text, size});
+        }
+    }
     void cut(std::size_t size) { size_ = size; }
     const char* c_str() {
         data_[size_] = '\0';
@@ -57,6 +67,9 @@ public:
     }
 
 private:
+    static constexpr std::size_t SHORT = 16;
+    static_assert(SHORT <= PackedView::PADDING, "symbols are followed by enough bytes");
+
     void grow(std::size_t needed) {
         std::vector<char> larger(2 * needed + 1);
         std::memcpy(larger.data(), data_, size_);
@@ -121,10 +134,12 @@ public:
     void run(std::int32_t start, Visit visit) {
         if (start < 0) {
             if (rest_.empty()) end_of_word(visit);
-        } else if (static_cast<std::uint32_t>(start) < table_.state_count) {
-            (table_.cycles & EMPTY_CYCLES) != 0 ? search<true>(start, visit)
-                                                : search<false>(start, visit);
+            return;
         }
+        const StateRef first = table_.find(start);
+        if (first < 0) return;
+        (table_.cycles & EMPTY_CYCLES) != 0 ? search<true>(first, visit)
+                                            : search<false>(first, visit);
     }
 
     /// How many bytes of the token any path of the run has read. A token that begins with
@@ -133,45 +148,46 @@ public:
 
 private:
     struct Frame {
-        std::uint64_t bits;  // arcs still to be tried, of the 64 from `arc` on
-        std::uint32_t arc;
-        std::uint32_t end;   // of the state's arcs
+        std::uint64_t bits;         // arcs still to be tried, of the 64 from `arcs` on
+        const std::uint8_t* first;  // moves on with `arcs`
+        const PackedArc* arcs;
+        std::uint32_t count;        // of the state's arcs from `arcs` on
         std::uint32_t position;
         std::uint32_t output;
-        std::int32_t state;
+        StateRef state;
 
-        bool has_more() const { return end - arc > 64; }
+        bool has_more() const { return count > 64; }
     };
 
     void look(Frame& frame) const {
         const std::uint8_t byte = frame.position < rest_.size()
                                       ? static_cast<std::uint8_t>(rest_[frame.position])
                                       : std::uint8_t{0};
-        const std::uint32_t count = frame.end - frame.arc;
-        frame.bits = matching_arcs(table_.arc_first + frame.arc, count < 64 ? count : 64, byte);
+        frame.bits = matching_arcs(frame.first, frame.count < 64 ? frame.count : 64, byte);
     }
 
-    Frame open(std::int32_t state, std::uint32_t position) const {
+    Frame open(StateRef ref, std::uint32_t position) const {
+        const PackedState state = table_.state(ref);
         Frame frame;
-        frame.arc = table_.state_begin[state];
-        frame.end = table_.state_begin[state + 1];
+        frame.first = state.first;
+        frame.arcs = state.arcs;
+        frame.count = state.count;
         frame.position = position;
         frame.output = static_cast<std::uint32_t>(output_.size());
-        frame.state = state;
+        frame.state = ref;
         look(frame);
         return frame;
     }
 
-    bool can_follow(std::int32_t state, std::size_t position) const {
-        const std::uint32_t wanted =
-            position < rest_.size()
-                ? table_.bit_of(static_cast<std::uint8_t>(rest_[position]))
-                : PackedView::END_BIT;
-        return (table_.state_mask[state] & wanted) != 0;
+    /// The mask bit of what stands at `position`.
+    std::uint16_t wanted_at(std::size_t position) const {
+        return position < rest_.size()
+                   ? table_.bit_of(static_cast<std::uint8_t>(rest_[position]))
+                   : PackedView::END_BIT;
     }
 
     /// True if the path has been in `state` since it last read a byte.
-    bool revisits(const Frame& current, std::int32_t state, std::uint32_t position) {
+    bool revisits(const Frame& current, StateRef state, std::uint32_t position) {
         if (current.position != position) return false;
         if (current.state == state) return true;
         for (std::size_t i = frames_.size(); i > 0; --i) {
@@ -192,27 +208,31 @@ private:
     }
 
     template <bool CAREFUL, class Visit>
-    void search(std::int32_t start, Visit& visit) {
+    void search(StateRef start, Visit& visit) {
         Frame current = open(start, 0);
         while (!budget_.spent()) {
             while (current.bits == 0) {
                 if (current.has_more()) {
-                    current.arc += 64;
+                    current.first += 64;
+                    current.arcs += 64;
+                    current.count -= 64;
                     look(current);
                 } else {
                     if (frames_.empty()) return;
                     current = frames_.pop();
                 }
             }
-            const std::uint32_t arc =
-                current.arc + static_cast<std::uint32_t>(__builtin_ctzll(current.bits));
+            const auto index = static_cast<std::size_t>(__builtin_ctzll(current.bits));
             current.bits &= current.bits - 1;
-            const PackedLabel& label = table_.labels[table_.label_of(arc)];
+            const PackedArc& arc = current.arcs[index];
+            const bool reads = current.first[index] != 0;
             std::uint32_t position = current.position;
+            // Most empty arcs lead nowhere, and their labels are not looked at.
+            if (!reads && (arc.follows & wanted_at(position)) == 0) continue;
+            const PackedLabel& label = table_.labels[table_.label_of(arc)];
             if (label.lower_size != 0) {
                 // The look has matched the first byte, unless it is a NUL.
-                const bool whole = label.lower_size == 1 && table_.arc_first[arc] != 0;
-                if (!whole && rest_.compare(position, label.lower_size,
+                if (!(reads && label.lower_size == 1) && rest_.compare(position, label.lower_size,
                                             table_.pool + label.lower_at,
                                             label.lower_size) != 0) {
                     continue;
@@ -220,25 +240,25 @@ private:
                 position += label.lower_size;
                 if (position > reach_) reach_ = position;
             }
-            const std::int32_t target = table_.arc_target[arc];
-            const std::string_view upper(table_.pool + label.upper_at, label.upper_size);
+            const StateRef target = arc.target;
+            const char* upper = table_.pool + label.upper_at;
             if (target < 0) {
                 if (position < rest_.size()) continue;
                 output_.cut(current.output);
-                output_.append(upper);
+                output_.append_symbol(upper, label.upper_size);
                 if (output_.size() <= PATH_LIMIT && !end_of_word(visit)) return;
                 continue;
             }
-            if (!can_follow(target, position)) continue;
+            if ((arc.follows & wanted_at(position)) == 0) continue;
             // A capitalised entry is no analysis of a token in small letters.
-            if (small_ && current.output == 0 && !upper.empty() && upper[0] >= 'A' &&
-                upper[0] <= 'Z') {
+            if (small_ && current.output == 0 && label.upper_size != 0 && *upper >= 'A' &&
+                *upper <= 'Z') {
                 continue;
             }
             budget_.spend(1 + (label.upper_size + label.lower_size) / 64);
             if (CAREFUL && revisits(current, target, position)) continue;
             output_.cut(current.output);
-            output_.append(upper);
+            output_.append_symbol(upper, label.upper_size);
             if (output_.size() > PATH_LIMIT) continue;
             if (CAREFUL || current.bits != 0 || current.has_more()) frames_.push(current);
             current = open(target, position);
@@ -281,13 +301,14 @@ public:
         last_open_ = upper_.view().rfind('<') + 1;
         if (start < 0) {
             if (agrees) result(emit);
-        } else if (static_cast<std::uint32_t>(start) < table_.state_count && agrees) {
-            Frame first;
-            if (enter(start, 0, emit, first)) {
-                (table_.cycles & ANY_CYCLES) != 0 ? search<true>(first, emit)
-                                                  : search<false>(first, emit);
-            }
+            return;
         }
+        const StateRef ref = table_.find(start);
+        if (ref < 0 || !agrees) return;
+        Frame first;
+        if (!enter(ref, 0, emit, first)) return;
+        (table_.cycles & ANY_CYCLES) != 0 ? search<true>(first, emit)
+                                          : search<false>(first, emit);
     }
 
     /// The lower text; its first bytes are those it was started with, but for capitals.
@@ -298,11 +319,11 @@ private:
     static constexpr std::size_t TAIL = 7;
 
     struct Frame {
-        std::uint32_t arc;  // the next one
-        std::uint32_t end;
+        const PackedArc* arc;  // the next one
+        const PackedArc* end;
         std::uint32_t upper, lower;
         std::uint32_t last_open;  // index behind the last "<" of the upper text; 0: none
-        std::int32_t state;
+        StateRef state;
     };
 
     /// True if the part of the upper text from `from` on completes a text that shuts the path
@@ -318,7 +339,7 @@ private:
     /// Judges the path on entry to `state`; the upper text agrees with the target, and is
     /// new from `from` on. True if its arcs are to be searched.
     template <class Emit>
-    bool enter(std::int32_t state, std::size_t from, Emit& emit, Frame& frame) {
+    bool enter(StateRef ref, std::size_t from, Emit& emit, Frame& frame) {
         if (target_elided_ && upper_.size() == target_.size()) {
             result(emit);
             return false;
@@ -328,12 +349,13 @@ private:
             return false;
         }
         if (last_open_ + TAIL > from && last_open_ != 0 && is_shut_out(from)) return false;
-        frame.arc = table_.state_begin[state];
-        frame.end = table_.state_begin[state + 1];
+        const PackedState state = table_.state(ref);
+        frame.arc = state.arcs;
+        frame.end = state.arcs + state.count;
         frame.upper = static_cast<std::uint32_t>(upper_.size());
         frame.lower = static_cast<std::uint32_t>(lower_.size());
         frame.last_open = static_cast<std::uint32_t>(last_open_);
-        frame.state = state;
+        frame.state = ref;
         return true;
     }
 
@@ -374,17 +396,17 @@ private:
                 current = frames_.pop();
                 continue;
             }
-            const std::uint32_t arc = current.arc++;
+            const PackedArc& arc = *current.arc++;
             const PackedLabel& label = table_.labels[table_.label_of(arc)];
             if (!agrees(label, current.upper)) continue;
-            const std::int32_t target = table_.arc_target[arc];
+            const StateRef target = arc.target;
             upper_.cut(current.upper);
             // Kept on purpose: cut by length alone. A capital that a result carried into the
             // part that stays is there for the next result too.
             lower_.cut(current.lower);
             const std::string_view written(table_.pool + label.upper_at, label.written_size);
-            upper_.append(written);
-            lower_.append({table_.pool + label.lower_at, label.lower_size});
+            upper_.append_symbol(written.data(), written.size());
+            lower_.append_symbol(table_.pool + label.lower_at, label.lower_size);
             budget_.spend(1 + (upper_.size() + label.lower_size) / 64);
             if (std::max(upper_.size(), lower_.size()) > PATH_LIMIT) continue;
             if (target < 0) {
