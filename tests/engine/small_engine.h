@@ -14,7 +14,8 @@ namespace lemara::test {
 
 /// One path of a table: `upper` and `lower` side by side letter by letter, what is longer
 /// against nothing, and then the `tags`, which read nothing.
-inline std::vector<std::string> entry_path(const std::string& upper, const std::string& lower,
+inline std::vector<std::string> entry_path(const std::string& upper,
+                                           const std::string& lower,
                                            const std::vector<std::string>& tags) {
     std::vector<std::string> fields;
     const std::size_t length = std::max(upper.size(), lower.size());
@@ -31,7 +32,8 @@ inline std::vector<std::string> entry_path(const std::string& upper, const std::
     return fields;
 }
 
-/// A lexicon as a list of entries; text() is its table, a path for each entry in that order.
+/// A lexicon as a list of entries; text() is its table, a path for each entry in that
+/// order.
 class Lexicon {
 public:
     /// A word that reads as it is written: "etxe", {"<IZE>"}.
@@ -60,9 +62,9 @@ private:
     std::vector<std::vector<std::string>> paths_;
 };
 
-/// Endings for the classes of common nouns in a vowel and in a consonant, of persons and of
-/// participles:
-/// (0)--<hp1>-->( )--<ABS><MG>:0-->((1))   and  -ak <ABS><NUMP>, -ra <ALA>
+/// Endings for the classes of common nouns in a vowel and in a consonant, of persons and
+/// of participles: (0)--<hp1>-->( )--<ABS><MG>:0-->((1))   and  -ak <ABS><NUMP>, -ra
+/// <ALA>
 inline std::string hp_table() {
     return paths({
         {"<hp1>", "<ABS>:<>", "<MG>:<>"},
@@ -102,9 +104,6 @@ public:
             }
         });
         return *this;
-    }
-    ~World() {
-        stdout_of([&] { engine.reset(); });
     }
     World() = default;
     World(const World&) = delete;

@@ -1,5 +1,5 @@
-// Candidates are pinned twice: by rows of exact lists, and by a plain rewrite over the tables
-// as they are written down here, so that no row of them can change unseen.
+// Candidates are pinned twice: by rows of exact lists, and by a plain rewrite over the
+// tables as they are written down here, so that no row of them can change unseen.
 #include "proposamenak.h"
 
 #include <algorithm>
@@ -18,7 +18,8 @@ struct Row {
     const char* replacement;
 };
 
-// The known misspellings. Four pairs of rows are equal; 105 inserts and 106 deletes an "h".
+// The known misspellings. Four pairs of rows are equal; 105 inserts and 106 deletes an
+// "h".
 const Row REPLACE[] = {
     {1, "agaz", "arekin"},
     {2, "tako", "tzat"},
@@ -146,7 +147,8 @@ const Row REPLACE[] = {
 const char* const REPLACE2_LETTERS = "abdefgijklmnoprstuxz";
 const char* const TRY_LETTERS = "aeioubcdfghjklmnpqrstvwxyz";
 
-/// Every row at every position below `end`; what comes out shorter than 3 bytes is dropped.
+/// Every row at every position below `end`; what comes out shorter than 3 bytes is
+/// dropped.
 Strings rewrite_all(const std::string& word, std::size_t end,
                     const std::vector<std::pair<std::string, std::string>>& rows) {
     Strings result;
@@ -169,8 +171,10 @@ Strings expected_rep(const std::string& word) {
 
 Strings expected_rep2(const std::string& word) {
     std::vector<std::pair<std::string, std::string>> rows;
-    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c) rows.emplace_back("", std::string(1, *c));
-    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c) rows.emplace_back(std::string(1, *c), "");
+    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c)
+        rows.emplace_back("", std::string(1, *c));
+    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c)
+        rows.emplace_back(std::string(1, *c), "");
     return rewrite_all(word, word.size() + 1, rows);
 }
 
@@ -248,7 +252,9 @@ TEST(Proposamenak, SwapsNeighbours) {
             {"one byte has no neighbour", "a", {}},
             {"two bytes", "ez", {"ze"}},
             {"kept: equal neighbours give the word itself", "oo", {"oo"}},
-            {"from left to right, in the case as typed", "Etxe", {"tExe", "Exte", "Etex"}},
+            {"from left to right, in the case as typed",
+             "Etxe",
+             {"tExe", "Exte", "Etex"}},
             {"Latin-1 bytes are bytes", "\361a", {"a\361"}},
             {"a doubled letter inside", "etxxe", {"texxe", "extxe", "etxxe", "etxex"}},
         },
@@ -280,8 +286,8 @@ TEST(Proposamenak, RewritesKnownMisspellings) {
              {"ihixe", "hixe", "ise", "ize", "itxe", "ihxe", "ije", "ixehe", "ixhe"}},
             {"kept: the row of ixe stands twice, so its candidate comes out twice",
              "1ixe",
-             {"h1ixe", "1ia", "1ihixe", "1ia", "1hixe", "1ise", "1ize", "1itxe", "1ihxe", "1ije",
-              "1ixehe", "1ixhe"}},
+             {"h1ixe", "1ia", "1ihixe", "1ia", "1hixe", "1ise", "1ize", "1itxe", "1ihxe",
+              "1ije", "1ixehe", "1ixhe"}},
             {"an h is never added at the end", "ez", {"ehez", "hez", "etz", "ehz"}},
             {"one byte: what is shorter than three bytes is dropped", "a", {"aha"}},
             {"capitals are folded first", "EZ", {"ehez", "hez", "etz", "ehz"}},
@@ -294,12 +300,14 @@ TEST(Proposamenak, EveryRowOfTheMisspellingsIsThere) {
     for (const Row& row : REPLACE) {
         SCOPED_TRACE("row " + std::to_string(row.number));
         ASSERT_EQ(row.number, ++number);
-        // Digits match no key of their own, so the rest of the word adds only what is known.
+        // Digits match no key of their own, so the rest of the word adds only what is
+        // known.
         const std::string word = std::string("00") + row.key + "0";
         const Strings candidates = sortu_proposamen_hautagaiak_REP(word.c_str());
         EXPECT_EQ(candidates, expected_rep(word));
         const std::string made = std::string("00") + row.replacement + "0";
-        EXPECT_NE(std::find(candidates.begin(), candidates.end(), made), candidates.end());
+        EXPECT_NE(std::find(candidates.begin(), candidates.end(), made),
+                  candidates.end());
         // At the very end of the word, and at its start.
         const std::string last = std::string("00") + row.key;
         EXPECT_EQ(sortu_proposamen_hautagaiak_REP(last.c_str()), expected_rep(last));
@@ -330,16 +338,19 @@ TEST(Proposamenak, RowsThatStandTwiceGiveTwoCandidates) {
 
 TEST(Proposamenak, InsertsAndDeletesOneLetter) {
     Strings sixty;
-    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c) sixty.push_back(std::string(1, *c) + "ba");
+    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c)
+        sixty.push_back(std::string(1, *c) + "ba");
     for (const char* c = REPLACE2_LETTERS; *c != 0; ++c)
         sixty.push_back("b" + std::string(1, *c) + "a");
-    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c) sixty.push_back("ba" + std::string(1, *c));
+    for (const char* c = REPLACE2_LETTERS; *c != 0; ++c)
+        sixty.push_back("ba" + std::string(1, *c));
     ASSERT_EQ(sixty.size(), 60u);
     check(
         {
             {"the empty word: one-letter candidates are dropped", "", {}},
             {"one byte: two-letter candidates are dropped", "a", {}},
-            {"two bytes: 60 insertions, the last position included, no deletion", "ba", sixty},
+            {"two bytes: 60 insertions, the last position included, no deletion", "ba",
+             sixty},
             {"the word is folded", "BA", sixty},
         },
         sortu_proposamen_hautagaiak_REP2);
@@ -352,7 +363,8 @@ TEST(Proposamenak, InsertsAndDeletesOneLetter) {
         {"a letter at the end", "etxe", "etxea", 1},
         {"a doubled letter is inserted at two positions", "etxe", "etxee", 2},
         {"a deletion of three bytes is kept", "etxe", "txe", 1},
-        {"the deletion of one of two equal letters comes out at both", "etxxe", "etxe", 2},
+        {"the deletion of one of two equal letters comes out at both", "etxxe", "etxe",
+         2},
         {"h is neither inserted", "ari", "hari", 0},
         {"nor deleted", "hari", "ari", 0},
         {"c is not deleted", "cari", "ari", 0},
@@ -368,7 +380,8 @@ TEST(Proposamenak, InsertsAndDeletesOneLetter) {
         const Strings all = sortu_proposamen_hautagaiak_REP2(row.word.c_str());
         EXPECT_EQ(std::count(all.begin(), all.end(), row.candidate), row.times);
     }
-    for (const std::string word : {"", "e", "ez", "bat", "etxe", "hitzaldi", "abdefgijklmnoprstuxz"}) {
+    for (const std::string word :
+         {"", "e", "ez", "bat", "etxe", "hitzaldi", "abdefgijklmnoprstuxz"}) {
         SCOPED_TRACE(word);
         EXPECT_EQ(sortu_proposamen_hautagaiak_REP2(word.c_str()), expected_rep2(word));
     }
@@ -396,7 +409,8 @@ TEST(Proposamenak, TriesEveryLetterAtEveryPlace) {
     }
     const Strings all = sortu_proposamen_hautagaiak_TRY("Ari");
     ASSERT_GE(all.size(), 26u);
-    EXPECT_EQ(all[0], "ari") << "vowels come first, and a capital gives way to its small letter";
+    EXPECT_EQ(all[0], "ari")
+        << "vowels come first, and a capital gives way to its small letter";
     EXPECT_EQ(all[4], "uri");
     EXPECT_EQ(all[5], "bri");
     EXPECT_EQ(all[25], "zri");
@@ -405,13 +419,14 @@ TEST(Proposamenak, TriesEveryLetterAtEveryPlace) {
 
 TEST(Proposamenak, NoGeneratorTouchesTheWordOrNeedsOne) {
     Strings (*const generators[])(const char*) = {
-        sortu_proposamen_hautagaiak_MAI,           sortu_proposamen_hautagaiak_DISLEXIA,
-        sortu_proposamen_hautagaiak_REP,           sortu_proposamen_hautagaiak_MARRA_HUTSUNE,
-        sortu_proposamen_hautagaiak_REP2,          sortu_proposamen_hautagaiak_TRY,
+        sortu_proposamen_hautagaiak_MAI,  sortu_proposamen_hautagaiak_DISLEXIA,
+        sortu_proposamen_hautagaiak_REP,  sortu_proposamen_hautagaiak_MARRA_HUTSUNE,
+        sortu_proposamen_hautagaiak_REP2, sortu_proposamen_hautagaiak_TRY,
     };
     for (const auto generator : generators) {
         EXPECT_EQ(generator(""), Strings{});
-        EXPECT_EQ(generator(nullptr), Strings{}) << "a null pointer counts as the empty word";
+        EXPECT_EQ(generator(nullptr), Strings{})
+            << "a null pointer counts as the empty word";
         std::string word = "EtxE\321";
         generator(word.c_str());
         EXPECT_EQ(word, "EtxE\321");
@@ -426,8 +441,8 @@ TEST(Proposamenak, LongWordsAreNotCut) {
 }
 
 TEST(Proposamenak, CollectionHasSixListsInTheOrderOfTheGenerators) {
-    for (const std::string word :
-         {"", "a", "ez", "etxe", "Etxe", "ETXE", "%etxea", "\361abar", "oo", "mixe", "1etxe"}) {
+    for (const std::string word : {"", "a", "ez", "etxe", "Etxe", "ETXE", "%etxea",
+                                   "\361abar", "oo", "mixe", "1etxe"}) {
         SCOPED_TRACE(word);
         const char* w = word.c_str();
         const std::map<int, Strings> expected = {

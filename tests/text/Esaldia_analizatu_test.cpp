@@ -18,7 +18,8 @@ using Strings = std::vector<std::string>;
 /// Networks that a test asks, by key, with their owner.
 class Networks {
 public:
-    Networks& add(const std::string& key, const std::vector<std::vector<std::string>>& list) {
+    Networks& add(const std::string& key,
+                  const std::vector<std::vector<std::string>>& list) {
         return add_text(key, paths(list));
     }
     Networks& add_text(const std::string& key, const std::string& text) {
@@ -50,39 +51,45 @@ const HiztegiPertsonala& no_dictionary() {
 }
 
 Esaldia analysed(const std::string& text, const std::map<std::string, Sarea*>& networks,
-                 const HiztegiPertsonala& dictionary = no_dictionary(), bool first = true) {
+                 const HiztegiPertsonala& dictionary = no_dictionary(),
+                 bool first = true) {
     Esaldia sentence(0, text);
     sentence.tokenizatu();
     sentence.analizatu(networks, dictionary, first);
     return sentence;
 }
 
-/// "etxe-a_|da" : the tokens, "_" where a blank followed, "|" between them, unknown ones in
-/// round brackets, those without any analysis in curly ones.
+/// "etxe-a_|da" : the tokens, "_" where a blank followed, "|" between them, unknown ones
+/// in round brackets, those without any analysis in curly ones.
 std::string shape(const Esaldia& sentence) {
     std::string result;
     for (const Tokena& token : sentence.tokenak) {
         if (!result.empty()) result += '|';
         const bool none = token.analisiak.empty();
-        const bool unknown = token.analisiak.size() == 1 && token.analisiak[0].etiketa == " EZZG";
-        result += none ? "{" + token.testua + "}" : unknown ? "(" + token.testua + ")" : token.testua;
+        const bool unknown =
+            token.analisiak.size() == 1 && token.analisiak[0].etiketa == " EZZG";
+        result += none      ? "{" + token.testua + "}"
+                  : unknown ? "(" + token.testua + ")"
+                            : token.testua;
         if (token.hutsunea) result += '_';
     }
     return result;
 }
 
-std::vector<std::string> word(const std::string& letters) { return word_path(letters, {"<X>"}); }
+std::vector<std::string> word(const std::string& letters) {
+    return word_path(letters, {"<X>"});
+}
 
 }  // namespace
 
 TEST(EsaldiaAnalizatu, TakesTheLongestRunThatIsKnown) {
     Networks networks;
     networks.add("eumorfo",
-                 {word("zer"), word("zer moduz"), word("etxe-a"), word("etxe"), word("da"),
-                  word("1,5"), word("zer moduz gaur"), word("b c d e f"), word("a b c d e f"),
-                  word("x y"), word("y z"), word("."), word("a.b")});
-    networks.add("zenbakiak", {word("1 2 3 4 5 6"), word("1 2 3 4 5 6 7"), word("p q r s t u"),
-                               word("1 2 3 4 5 6 7 8")});
+                 {word("zer"), word("zer moduz"), word("etxe-a"), word("etxe"),
+                  word("da"), word("1,5"), word("zer moduz gaur"), word("b c d e f"),
+                  word("a b c d e f"), word("x y"), word("y z"), word("."), word("a.b")});
+    networks.add("zenbakiak", {word("1 2 3 4 5 6"), word("1 2 3 4 5 6 7"),
+                               word("p q r s t u"), word("1 2 3 4 5 6 7 8")});
     struct Case {
         std::string label, text, tokens;
     };
@@ -111,8 +118,8 @@ TEST(EsaldiaAnalizatu, TakesTheLongestRunThatIsKnown) {
         {"nine tokens: the window moves on", "zzz 1 2 3 4 5 6 7 da",
          "(zzz)_|1 2 3 4 5 6 7_|da"},
         {"the case of the token does not hide a unit", "Zer MODUZ", "Zer MODUZ"},
-        {"behind a merge all tokens keep order, text and blank", "zer moduz etxe, da zzz.",
-         "zer moduz_|etxe|(,)_|da_|(zzz)|."},
+        {"behind a merge all tokens keep order, text and blank",
+         "zer moduz etxe, da zzz.", "zer moduz_|etxe|(,)_|da_|(zzz)|."},
         {"two merges", "etxe-a zer moduz etxe-a", "etxe-a_|zer moduz_|etxe-a"},
         {"a word that the tokeniser kept whole", "a.b da", "a.b_|da"},
     };
@@ -142,15 +149,23 @@ TEST(EsaldiaAnalizatu, MergeMovesTextAndBlankAlone) {
         std::vector<int> flags;
     };
     const Case cases[] = {
-        {"without a merge each token has its own flag", "bat Bi hiru", "(bat)_|(Bi)_|(hiru)",
+        {"without a merge each token has its own flag",
+         "bat Bi hiru",
+         "(bat)_|(Bi)_|(hiru)",
          {0, 1, 0}},
         {"a merged token has the flag of its first piece", "Zer moduz", "Zer moduz", {1}},
         {"and not of its second", "zer Moduz", "zer Moduz", {0}},
-        {"kept: the token behind takes the flag of the place it moves to", "zer moduz Ane etxe",
-         "zer moduz_|(Ane)_|(etxe)", {0, 0, 1}},
-        {"kept: so a small word can count as capitalised", "zer Moduz etxe",
-         "zer Moduz_|(etxe)", {0, 1}},
-        {"kept: a merge of five moves by four", "a-B-c x Y z W", "a-B-c_|(x)_|(Y)_|(z)_|(W)",
+        {"kept: the token behind takes the flag of the place it moves to",
+         "zer moduz Ane etxe",
+         "zer moduz_|(Ane)_|(etxe)",
+         {0, 0, 1}},
+        {"kept: so a small word can count as capitalised",
+         "zer Moduz etxe",
+         "zer Moduz_|(etxe)",
+         {0, 1}},
+        {"kept: a merge of five moves by four",
+         "a-B-c x Y z W",
+         "a-B-c_|(x)_|(Y)_|(z)_|(W)",
          {0, 1, 1, 1, 0}},
     };
     for (const Case& c : cases) {
@@ -180,13 +195,15 @@ TEST(EsaldiaAnalizatu, MarksUnknownTokens) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.label);
         std::string tokens;
-        const std::string printed = stdout_of([&] { tokens = shape(analysed(c.text, networks.map)); });
+        const std::string printed =
+            stdout_of([&] { tokens = shape(analysed(c.text, networks.map)); });
         EXPECT_EQ(tokens, c.shape);
         EXPECT_EQ(printed, c.printed);
     }
     Networks brackets;
     brackets.add("eumorfo", {word("]"), word(":")});
-    EXPECT_EQ(stdout_of([&] { EXPECT_EQ(shape(analysed("]:", brackets.map)), "]|:"); }), "");
+    EXPECT_EQ(stdout_of([&] { EXPECT_EQ(shape(analysed("]:", brackets.map)), "]|:"); }),
+              "");
 }
 
 TEST(EsaldiaAnalizatu, TheUnknownMarkHoldsTheTokenAsItStands) {
@@ -195,12 +212,9 @@ TEST(EsaldiaAnalizatu, TheUnknownMarkHoldsTheTokenAsItStands) {
         std::string label, text;
     };
     const Case cases[] = {
-        {"a word", "Zzz"},
-        {"a dot inside", "z.b"},
-        {"a tag inside", "a<IZE>b"},
-        {"an open tag", "a<b"},
-        {"a quality tag", "a<0b>c"},
-        {"the name of a class", "<hp1>"},
+        {"a word", "Zzz"},           {"a dot inside", "z.b"},
+        {"a tag inside", "a<IZE>b"}, {"an open tag", "a<b"},
+        {"a quality tag", "a<0b>c"}, {"the name of a class", "<hp1>"},
         {"Latin-1", "\361abar\351"},
     };
     for (const Case& c : cases) {
@@ -231,9 +245,11 @@ TEST(EsaldiaAnalizatu, OrdinaryNetworksAddUpInKeyOrder) {
     both.insert(both.end(), from_dictionary.begin(), from_dictionary.end());
 
     const auto analyses = [&](const HiztegiPertsonala& d, bool first) {
-        return analyses_of(analysed("bi", networks.map, d, first).tokenak.at(0).analisiak);
+        return analyses_of(
+            analysed("bi", networks.map, d, first).tokenak.at(0).analisiak);
     };
-    EXPECT_EQ(analyses(no_dictionary(), true), from_networks) << "the network hp is not asked";
+    EXPECT_EQ(analyses(no_dictionary(), true), from_networks)
+        << "the network hp is not asked";
     EXPECT_EQ(analyses(no_dictionary(), false), from_networks);
     EXPECT_EQ(analyses(*dictionary, true), from_dictionary) << "it hides the networks";
     EXPECT_EQ(analyses(*dictionary, false), both) << "it stands behind them";
@@ -246,7 +262,10 @@ TEST(EsaldiaAnalizatu, ADictionaryWordHidesTheNetworksForItsRunAlone) {
     EXPECT_EQ(dictionary->gehienezko_hitzak, 1);
     EXPECT_EQ(shape(analysed("bi etxe", networks.map, *dictionary)), "bi etxe")
         << "the longer run goes first, and the dictionary is not asked about it";
-    EXPECT_EQ(analysed("biak", networks.map, *dictionary).tokenak.at(0).analisiak.at(0).analisia,
+    EXPECT_EQ(analysed("biak", networks.map, *dictionary)
+                  .tokenak.at(0)
+                  .analisiak.at(0)
+                  .analisia,
               "bi<IZE><ARR><hp1><ABS><NUMP>");
 }
 
@@ -300,29 +319,38 @@ TEST(EsaldiaAnalizatu, AnalysesOfARunRespectTheLevelOfEachNetwork) {
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.label);
-        EXPECT_EQ(analyses_of(sentence.analizatuTokena(networks.map, *dictionary, "bi", c.tokens,
-                                                       c.first)),
+        EXPECT_EQ(analyses_of(sentence.analizatuTokena(networks.map, *dictionary, "bi",
+                                                       c.tokens, c.first)),
                   c.analyses);
     }
     dictionary->gehienezko_hitzak = 2;
-    EXPECT_EQ(analyses_of(sentence.analizatuTokena(networks.map, *dictionary, "bi", 2, true)), hp);
+    EXPECT_EQ(
+        analyses_of(sentence.analizatuTokena(networks.map, *dictionary, "bi", 2, true)),
+        hp);
     const Strings nets = {"bi<E>", "bi<Z>"};
-    EXPECT_EQ(analyses_of(sentence.analizatuTokena(networks.map, *dictionary, "bi", 3, true)), nets);
+    EXPECT_EQ(
+        analyses_of(sentence.analizatuTokena(networks.map, *dictionary, "bi", 3, true)),
+        nets);
 }
 
 TEST(EsaldiaAnalizatu, ANetworkIsPassedOverByTheNameInItsTable) {
     // kept: the key plays no part; the table of this one says "hp"
     const auto disguised = network_from("hp", paths({word("bi")}));
     const Esaldia sentence(0, "");
-    EXPECT_TRUE(sentence.analizatuTokena({{"other", disguised.get()}}, no_dictionary(), "bi", 1, true)
-                    .empty());
+    EXPECT_TRUE(
+        sentence
+            .analizatuTokena({{"other", disguised.get()}}, no_dictionary(), "bi", 1, true)
+            .empty());
     disguised->taula->hiztegia = "x";
     EXPECT_EQ(
-        sentence.analizatuTokena({{"other", disguised.get()}}, no_dictionary(), "bi", 1, true).size(),
+        sentence
+            .analizatuTokena({{"other", disguised.get()}}, no_dictionary(), "bi", 1, true)
+            .size(),
         1u);
     Sarea hollow("hollow", "", nullptr);
     EXPECT_TRUE(
-        sentence.analizatuTokena({{"hollow", &hollow}}, no_dictionary(), "bi", 1, true).empty());
+        sentence.analizatuTokena({{"hollow", &hollow}}, no_dictionary(), "bi", 1, true)
+            .empty());
 }
 
 TEST(EsaldiaAnalizatu, DictionaryAnalysesAreAppendedAndReturned) {
@@ -341,8 +369,12 @@ TEST(EsaldiaAnalizatu, DictionaryAnalysesAreAppendedAndReturned) {
     const std::string bi = "bi<IZE><ARR><hp1><ABS>";
     const Case cases[] = {
         {"appended behind what is there", "bi", dictionary.get(), true, 1, {"x<Y>", bi}},
-        {"up to the level of the network, whatever the dictionary's own limit", "bi",
-         dictionary.get(), true, 5, {"x<Y>", bi}},
+        {"up to the level of the network, whatever the dictionary's own limit",
+         "bi",
+         dictionary.get(),
+         true,
+         5,
+         {"x<Y>", bi}},
         {"but not beyond", "bi", dictionary.get(), true, 6, {"x<Y>"}},
         {"an unknown word", "zu", dictionary.get(), true, 1, {"x<Y>"}},
         {"no network", "bi", dictionary.get(), false, 1, {"x<Y>"}},
@@ -359,8 +391,8 @@ TEST(EsaldiaAnalizatu, DictionaryAnalysesAreAppendedAndReturned) {
     }
 }
 
-// The text of a run: a token that would bring it past 989 bytes is left out, its blank is not.
-// The table is one state that reads any number of "a", "b" and blanks:
+// The text of a run: a token that would bring it past 989 bytes is left out, its blank is
+// not. The table is one state that reads any number of "a", "b" and blanks:
 // ((0))--a,b," "-->(0)
 TEST(EsaldiaAnalizatu, LongTokensAreLeftOutOfTheRun) {
     Networks networks;
@@ -371,14 +403,16 @@ TEST(EsaldiaAnalizatu, LongTokensAreLeftOutOfTheRun) {
     };
     const Case cases[] = {
         {"two tokens of 989 bytes together, blank and all", a(987) + " b", a(987) + " b"},
-        {"990 bytes: the second is left out, and the final blank goes", a(988) + " b", a(988)},
+        {"990 bytes: the second is left out, and the final blank goes", a(988) + " b",
+         a(988)},
         {"the first may have 989 bytes", a(989) + " b", a(989)},
-        {"kept: left-out tokens leave their blanks", a(989) + " b b b b b b", a(989) + "      "},
-        {"a token that still fits behind a left-out one is taken", a(980) + " " + a(100) + " b",
-         a(980) + "  b"},
+        {"kept: left-out tokens leave their blanks", a(989) + " b b b b b b ",
+         a(989) + "      "},
+        {"a token that still fits behind a left-out one is taken",
+         a(980) + " " + a(100) + " b", a(980) + "  b"},
         {"a left-out first token", a(990) + " b", " b"},
-        {"kept: the blank of the left-out last token goes as the last byte", "b " + a(990) + " ",
-         "b "},
+        {"kept: the blank of the left-out last token goes as the last byte",
+         "b " + a(990) + " ", "b "},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.label);
@@ -408,7 +442,8 @@ TEST(EsaldiaAnalizatu, AnUnknownTokenBeyondTheLimitHasAnEmptyLemma) {
         ASSERT_EQ(sentence.tokenak[0].analisiak.size(), 1u);
         EXPECT_EQ(sentence.tokenak[0].analisiak[0].lema, word.substr(0, c.lemma));
         EXPECT_EQ(sentence.tokenak[0].analisiak[0].etiketa, " EZZG");
-        EXPECT_EQ(sentence.tokenak[0].analisiak[0].analisia, word.substr(0, c.lemma) + "<EZZG>");
+        EXPECT_EQ(sentence.tokenak[0].analisiak[0].analisia,
+                  word.substr(0, c.lemma) + "<EZZG>");
     }
 }
 

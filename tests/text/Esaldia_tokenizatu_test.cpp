@@ -1,5 +1,5 @@
-// The tokeniser: a table of sentences, and a plain twin that reads the rules one byte at a
-// time and must agree with it on any text.
+// The tokeniser: a table of sentences, and a plain twin that reads the rules one byte at
+// a time and must agree with it on any text.
 #include <iterator>
 #include <ostream>
 #include <random>
@@ -14,7 +14,9 @@ struct Piece {
     bool blank;
 };
 
-bool operator==(const Piece& a, const Piece& b) { return a.text == b.text && a.blank == b.blank; }
+bool operator==(const Piece& a, const Piece& b) {
+    return a.text == b.text && a.blank == b.blank;
+}
 
 std::ostream& operator<<(std::ostream& out, const Piece& piece) {
     return out << '"' << piece.text << "\" " << (piece.blank ? 't' : 'f');
@@ -22,7 +24,8 @@ std::ostream& operator<<(std::ostream& out, const Piece& piece) {
 
 std::vector<Piece> pieces_of(const Esaldia& sentence) {
     std::vector<Piece> pieces;
-    for (const Tokena& token : sentence.tokenak) pieces.push_back({token.testua, token.hutsunea});
+    for (const Tokena& token : sentence.tokenak)
+        pieces.push_back({token.testua, token.hutsunea});
     return pieces;
 }
 
@@ -35,40 +38,65 @@ struct Case {
 };
 
 const Case CASES[] = {
-    {"punctuation is a token of its own", "Kaixo, mundua.",
+    {"punctuation is a token of its own",
+     "Kaixo, mundua.",
      {{"Kaixo", f}, {",", t}, {"mundua", f}, {".", f}}},
-    {"a hyphen cuts a word", "etxe-a da.", {{"etxe", f}, {"-", f}, {"a", t}, {"da", f}, {".", f}}},
-    {"a dot inside a number stays, a comma cuts it", "1.5 eta 2,5.",
+    {"a hyphen cuts a word",
+     "etxe-a da.",
+     {{"etxe", f}, {"-", f}, {"a", t}, {"da", f}, {".", f}}},
+    {"a dot inside a number stays, a comma cuts it",
+     "1.5 eta 2,5.",
      {{"1.5", t}, {"eta", t}, {"2", f}, {",", f}, {"5", f}, {".", f}}},
-    {"kept: the dot of an ordinal vanishes", "1998. urtean", {{"1998", t}, {"urtean", f}}},
+    {"kept: the dot of an ordinal vanishes",
+     "1998. urtean",
+     {{"1998", t}, {"urtean", f}}},
     {"the last dot stays, also behind a digit", "12.", {{"12", f}, {".", f}}},
     {"kept: with a blank behind it that dot is not the last byte", "12. ", {{"12", t}}},
-    {"kept: a number dot goes in front of punctuation as well", "12.,", {{"12", f}, {",", f}}},
-    {"kept: of two dots the first is a number dot", "12.. a",
+    {"kept: a number dot goes in front of punctuation as well",
+     "12.,",
+     {{"12", f}, {",", f}}},
+    {"kept: of two dots the first is a number dot",
+     "12.. a",
      {{"12", f}, {".", t}, {"a", f}}},
-    {"an abbreviation keeps its inner dot", "e.a. bestea",
+    {"an abbreviation keeps its inner dot",
+     "e.a. bestea",
      {{"e.a", f}, {".", t}, {"bestea", f}}},
-    {"a percent sign is no punctuation", "%50 eta 50%.",
+    {"a percent sign is no punctuation",
+     "%50 eta 50%.",
      {{"%50", t}, {"eta", t}, {"50%", f}, {".", f}}},
-    {"three dots are three tokens", "etxea...", {{"etxea", f}, {".", f}, {".", f}, {".", f}}},
-    {"accented letters stay in their word", "h\351roe eta \351zer",
+    {"three dots are three tokens",
+     "etxea...",
+     {{"etxea", f}, {".", f}, {".", f}, {".", f}}},
+    {"accented letters stay in their word",
+     "h\351roe eta \351zer",
      {{"h\351roe", t}, {"eta", t}, {"\351zer", f}}},
     {"an address keeps its final dot", "www.a.b.", {{"www.a.b.", f}}},
-    {"kept: an address swallows what follows and loses blanks", "http://a.b/c.d dago hemen.",
+    {"kept: an address swallows what follows and loses blanks",
+     "http://a.b/c.d dago hemen.",
      {{"http://a.b/c.ddagohemen.", f}}},
     {"kept: a blank two places ahead is jumped over", "http://a b", {{"http://ab", f}}},
     {"kept: a blank one place ahead is copied", "ftp a b", {{"ftpa b", f}}},
-    {"an address inside a sentence is cut like any text", "Ikusi http://a.b/c dago.",
-     {{"Ikusi", t}, {"http", f}, {":", f}, {"/", f}, {"/", f}, {"a.b", f}, {"/", f}, {"c", t},
-      {"dago", f}, {".", f}}},
+    {"an address inside a sentence is cut like any text",
+     "Ikusi http://a.b/c dago.",
+     {{"Ikusi", t},
+      {"http", f},
+      {":", f},
+      {"/", f},
+      {"/", f},
+      {"a.b", f},
+      {"/", f},
+      {"c", t},
+      {"dago", f},
+      {".", f}}},
     {"http alone", "http", {{"http", f}}},
     {"ftp alone", "ftp", {{"ftp", f}}},
     {"sftp begins an address", "sftp://a/b.", {{"sftp://a/b.", f}}},
     {"ftp needs no more than its three letters", "ftpa-b", {{"ftpa-b", f}}},
     {"httpa begins an address too", "httpa-b", {{"httpa-b", f}}},
     {"www without its dot does not", "wwwa-b", {{"wwwa", f}, {"-", f}, {"b", f}}},
-    {"the address test sees capitals", "Http://a", {{"Http", f}, {":", f}, {"/", f}, {"/", f},
-                                                  {"a", f}}},
+    {"the address test sees capitals",
+     "Http://a",
+     {{"Http", f}, {":", f}, {"/", f}, {"/", f}, {"a", f}}},
     {"an empty sentence", "", {}},
     {"one byte", "a", {{"a", f}}},
     {"one sign", "!", {{"!", f}}},
@@ -78,20 +106,26 @@ const Case CASES[] = {
     {"a tab is a byte like any other", "bat\tbi", {{"bat\tbi", f}}},
     {"a line feed too", "bat\nbi", {{"bat\nbi", f}}},
     {"a no-break space too", "bat\240bi", {{"bat\240bi", f}}},
-    {"ampersand, number sign and the like cut nothing", "a&b#c<d>e$f\\g",
+    {"ampersand, number sign and the like cut nothing",
+     "a&b#c<d>e$f\\g",
      {{"a&b#c<d>e$f\\g", f}}},
-    {"slash, apostrophe and underscore cut", "a/b'c_d",
+    {"slash, apostrophe and underscore cut",
+     "a/b'c_d",
      {{"a", f}, {"/", f}, {"b", f}, {"'", f}, {"c", f}, {"_", f}, {"d", f}}},
     {"the inverted marks cut", "\277zer\241", {{"\277", f}, {"zer", f}, {"\241", f}}},
     {"a dot in front of a letter stays", "a.b c", {{"a.b", t}, {"c", f}}},
     {"a dot in front of a high byte stays", "a.\351", {{"a.\351", f}}},
     {"a dot in front stands alone", ".a", {{".", f}, {"a", f}}},
-    {"a dot behind a high byte is punctuation", "\351.a", {{"\351", f}, {".", f}, {"a", f}}},
+    {"a dot behind a high byte is punctuation",
+     "\351.a",
+     {{"\351", f}, {".", f}, {"a", f}}},
     {"a final dot behind a word run", "a.b.", {{"a.b", f}, {".", f}}},
-    {"all signs", "!\"'()*+,-./:;=?[]_{}\241\277",
-     {{"!", f}, {"\"", f}, {"'", f}, {"(", f}, {")", f}, {"*", f}, {"+", f}, {",", f}, {"-", f},
-      {".", f}, {"/", f}, {":", f}, {";", f}, {"=", f}, {"?", f}, {"[", f}, {"]", f}, {"_", f},
-      {"{", f}, {"}", f}, {"\241", f}, {"\277", f}}},
+    {"all signs",
+     "!\"'()*+,-./:;=?[]_{}\241\277",
+     {{"!", f}, {"\"", f}, {"'", f},    {"(", f},   {")", f}, {"*", f},
+      {"+", f}, {",", f},  {"-", f},    {".", f},   {"/", f}, {":", f},
+      {";", f}, {"=", f},  {"?", f},    {"[", f},   {"]", f}, {"_", f},
+      {"{", f}, {"}", f},  {"\241", f}, {"\277", f}}},
 };
 
 }  // namespace
@@ -163,7 +197,8 @@ TEST(EsaldiaTokenizatu, AppendsOnASecondCall) {
 
 TEST(EsaldiaTokenizatu, TakesABlankWithNoTokenBeforeIt) {
     Esaldia sentence(0, "");
-    sentence.testua = "  bat";  // a host can write the field; the constructor would have cut it
+    sentence.testua =
+        "  bat";  // a host can write the field; the constructor would have cut it
     sentence.tokenizatu();
     const std::vector<Piece> one = {{"bat", f}};
     EXPECT_EQ(pieces_of(sentence), one);
@@ -211,7 +246,8 @@ private:
     }
     bool begins_as_address() const {
         const std::string four = text_.substr(0, 4);
-        return four == "http" || four == "sftp" || four == "www." || text_.substr(0, 3) == "ftp";
+        return four == "http" || four == "sftp" || four == "www." ||
+               text_.substr(0, 3) == "ftp";
     }
 
     void close(bool blank) {

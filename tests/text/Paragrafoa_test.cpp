@@ -10,7 +10,8 @@ using lemara::test::paths;
 using lemara::test::table_from;
 using lemara::test::word_path;
 
-/// Abbreviations, dot included: "etxe.", "a.", "z.b." and "Dr." (which needs its capital).
+/// Abbreviations, dot included: "etxe.", "a.", "z.b." and "Dr." (which needs its
+/// capital).
 std::unique_ptr<Taula> abbreviations() {
     return table_from(paths({word_path("etxe.", {"<LAB>"}),
                              word_path("a.", {"<LAB>"}),
@@ -38,18 +39,21 @@ const Case CASES[] = {
     {"a small letter behind the dot", "hitza. hura", {"hitza. hura"}},
     {"a capital behind the dot", "hitza. Hura", {"hitza. ", "Hura"}},
     {"a word that the table knows with its dot", "etxe. Hura", {"etxe. Hura"}},
-    {"the table is asked with the word as typed, so in any case", "ETXE. Hura",
+    {"the table is asked with the word as typed, so in any case",
+     "ETXE. Hura",
      {"ETXE. Hura"}},
     {"the word goes back to the nearest blank", "bat etxe. Hura", {"bat etxe. Hura"}},
     {"a longer word is another word", "betxe. Hura", {"betxe. ", "Hura"}},
     {"an abbreviation with a capital of its own", "Dr. Hura", {"Dr. Hura"}},
     {"the same in small letters is none", "dr. Hura", {"dr. ", "Hura"}},
     {"kept: of a word with an inner dot only the front is asked", "a.b. Xx", {"a.b. Xx"}},
-    {"kept: so an abbreviation with an inner dot is never known", "z.b. Xx",
+    {"kept: so an abbreviation with an inner dot is never known",
+     "z.b. Xx",
      {"z.b. ", "Xx"}},
     {"a sign behind the dot is not lower case", "hitza. (Hura)", {"hitza. ", "(Hura)"}},
     {"a digit behind the dot is not lower case", "hitza. 12", {"hitza. ", "12"}},
-    {"kept: an accented small letter counts as not lower case", "hitza. \351zer",
+    {"kept: an accented small letter counts as not lower case",
+     "hitza. \351zer",
      {"hitza. ", "\351zer"}},
     {"a quote is not lower case", "hitza. \"hura\"", {"hitza. ", "\"hura\""}},
     {"two blanks: the second one is not lower case", "hitza.  hura", {"hitza. ", "hura"}},
@@ -57,7 +61,8 @@ const Case CASES[] = {
     {"an ordinal does not end a sentence", "1998. Urtean", {"1998. Urtean"}},
     {"an ordinal before a quotation does", "1998. \"Urtean\"", {"1998. ", "\"Urtean\""}},
     {"a quotation in small letters does not", "1998. \"urtean\"", {"1998. \"urtean\""}},
-    {"kept: one that begins with an accented small letter does", "1998. \"\351zer\"",
+    {"kept: one that begins with an accented small letter does",
+     "1998. \"\351zer\"",
      {"1998. ", "\"\351zer\""}},
     {"an ordinal at the end of the text", "1998. ", {"1998. "}},
     {"an ordinal and a lone quote", "1998. \"", {"1998. ", "\""}},
@@ -70,7 +75,8 @@ const Case CASES[] = {
     {"a dot in front of everything has no byte before it", ". Hura", {". ", "Hura"}},
     {"the same before a small letter", ". hura", {". hura"}},
     {"two dots with blanks", ". . X", {". ", ". ", "X"}},
-    {"kept: behind a blank in front of the text the word is empty", " etxe. Hura",
+    {"kept: behind a blank in front of the text the word is empty",
+     " etxe. Hura",
      {"etxe. ", "Hura"}},
     {"a blank and a dot in front", " . Hura", {". ", "Hura"}},
     {"leading white space of each sentence goes", "  Bai!  \tEz", {"Bai! ", "Ez"}},
@@ -128,7 +134,8 @@ TEST(Paragrafoa, DotLooksAtWhatStandsAroundIt) {
     for (const char front : fronts) {
         for (const char second : seconds) {
             for (const char third : thirds) {
-                const std::string text = std::string("q") + front + ". " + second + third + "q";
+                const std::string text =
+                    std::string("q") + front + ". " + second + third + "q";
                 SCOPED_TRACE(text);
                 const bool numeral =
                     std::string("0123456789CDILMVX").find(front) != std::string::npos;
@@ -186,8 +193,8 @@ TEST(Paragrafoa, TextsOfAnyLengthAreReadWhole) {
 
 TEST(Paragrafoa, AnalysesFromEndToEnd) {
     // eumorfo accepts bat and etxe.; each of its words is one path
-    const auto main = network_from("eumorfo", paths({word_path("bat", {"<DET>"}),
-                                                     word_path("etxe.", {"<LAB>"})}));
+    const auto main = network_from(
+        "eumorfo", paths({word_path("bat", {"<DET>"}), word_path("etxe.", {"<LAB>"})}));
     const std::map<std::string, Sarea*> networks = {{"eumorfo", main.get()}};
     const HiztegiPertsonala dictionary;
     Paragrafoa paragraph(9, "bat! etxe. Zzz");
@@ -198,7 +205,8 @@ TEST(Paragrafoa, AnalysesFromEndToEnd) {
     ASSERT_EQ(copy[0].tokenak.size(), 2u);
     EXPECT_EQ(copy[0].tokenak[0].analisiak.at(0).analisia, "bat<DET>");
     EXPECT_EQ(copy[0].tokenak[1].analisiak.at(0).etiketa, " EZZG");
-    ASSERT_EQ(copy[1].tokenak.size(), 2u) << "the abbreviation is one token of two pieces";
+    ASSERT_EQ(copy[1].tokenak.size(), 2u)
+        << "the abbreviation is one token of two pieces";
     EXPECT_EQ(copy[1].tokenak[0].testua, "etxe.");
     EXPECT_TRUE(copy[1].tokenak[0].hutsunea);
     EXPECT_EQ(copy[1].tokenak[0].analisiak.at(0).analisia, "etxe.<LAB>");
