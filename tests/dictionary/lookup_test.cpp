@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <random>
@@ -296,6 +297,14 @@ TEST(Lookup, RandomDictionariesAgreeWithThePlainLookup) {
         if (seed % 10 == 1) dictionary->gutxieneko_luzera = 10000;
         for (int i = 0; i < 40; ++i) {
             std::string word = (i % 3 == 0 ? "K" : "k") + text(6, "akeAr n\361K", 9);
+            if (i % 2 == 0 && !dictionary->erroak.empty()) {
+                // A stem with an ending of some class.
+                auto stem = dictionary->erroak.begin();
+                std::advance(stem, random() % dictionary->erroak.size());
+                const Strings forms = {"", "a", "ak", "k", "ek", "z"};
+                word = stem->first + forms[random() % forms.size()];
+                if (i % 4 == 0) word = touppercase(word.substr(0, 1)) + word.substr(1);
+            }
             if (i % 7 == 0) word = touppercase(word);
             const std::vector<Analisia> found = dictionary->analizatu(word, network.get());
             const std::vector<Analisia> expected =
