@@ -82,7 +82,7 @@ std::vector<std::string> word(const std::string& letters) {
 
 }  // namespace
 
-TEST(EsaldiaAnalizatu, TakesTheLongestRunThatIsKnown) {
+TEST(EsaldiaAnalyse, TakesTheLongestRunThatIsKnown) {
     Networks networks;
     networks.add("eumorfo",
                  {word("zer"), word("zer moduz"), word("etxe-a"), word("etxe"),
@@ -129,7 +129,7 @@ TEST(EsaldiaAnalizatu, TakesTheLongestRunThatIsKnown) {
     }
 }
 
-TEST(EsaldiaAnalizatu, RunsOfSixReachNeitherOrdinaryNetworksNorTheDictionary) {
+TEST(EsaldiaAnalyse, RunsOfSixReachNeitherOrdinaryNetworksNorTheDictionary) {
     Networks networks;
     networks.add("eumorfo", {word("zzz")}).add("hp", HP);
     const auto five = dictionary_from("b c d e fo\t<ARR>\t\t\tHP\n");
@@ -141,7 +141,7 @@ TEST(EsaldiaAnalizatu, RunsOfSixReachNeitherOrdinaryNetworksNorTheDictionary) {
               "(a)_|(b)_|(c)_|(d)_|(e)_|(fo)");
 }
 
-TEST(EsaldiaAnalizatu, MergeMovesTextAndBlankAlone) {
+TEST(EsaldiaAnalyse, MergeMovesTextAndBlankAlone) {
     Networks networks;
     networks.add("eumorfo", {word("zer moduz"), word("a-b-c")});
     struct Case {
@@ -178,7 +178,7 @@ TEST(EsaldiaAnalizatu, MergeMovesTextAndBlankAlone) {
     }
 }
 
-TEST(EsaldiaAnalizatu, MarksUnknownTokens) {
+TEST(EsaldiaAnalyse, MarksUnknownTokens) {
     struct Case {
         std::string label, text, shape, printed;
     };
@@ -206,7 +206,7 @@ TEST(EsaldiaAnalizatu, MarksUnknownTokens) {
               "");
 }
 
-TEST(EsaldiaAnalizatu, TheUnknownMarkHoldsTheTokenAsItStands) {
+TEST(EsaldiaAnalyse, TheUnknownMarkHoldsTheTokenAsItStands) {
     Networks networks;
     struct Case {
         std::string label, text;
@@ -232,7 +232,7 @@ TEST(EsaldiaAnalizatu, TheUnknownMarkHoldsTheTokenAsItStands) {
     EXPECT_EQ(analysed("zzz", networks.map).tokenak.at(0).analisiak.at(0).twol, "+Ezzg");
 }
 
-TEST(EsaldiaAnalizatu, OrdinaryNetworksAddUpInKeyOrder) {
+TEST(EsaldiaAnalyse, OrdinaryNetworksAddUpInKeyOrder) {
     Networks networks;
     networks.add("hp", {word_path("bi", {"<HP>"}), {"<hp1>", "<ABS>:<>"}});
     networks.add("zenbakiak", {word_path("bi", {"<DET>"})});
@@ -255,7 +255,7 @@ TEST(EsaldiaAnalizatu, OrdinaryNetworksAddUpInKeyOrder) {
     EXPECT_EQ(analyses(*dictionary, false), both) << "it stands behind them";
 }
 
-TEST(EsaldiaAnalizatu, ADictionaryWordHidesTheNetworksForItsRunAlone) {
+TEST(EsaldiaAnalyse, ADictionaryWordHidesTheNetworksForItsRunAlone) {
     Networks networks;
     networks.add("hp", HP).add("eumorfo", {word("bi"), word("bi etxe")});
     const auto dictionary = dictionary_from("bi\t<ARR>\t\t\tHP\n");
@@ -269,7 +269,7 @@ TEST(EsaldiaAnalizatu, ADictionaryWordHidesTheNetworksForItsRunAlone) {
               "bi<IZE><ARR><hp1><ABS><NUMP>");
 }
 
-TEST(EsaldiaAnalizatu, ADictionaryNeedsItsNetwork) {
+TEST(EsaldiaAnalyse, ADictionaryNeedsItsNetwork) {
     Networks without;
     without.add("eumorfo", {word("etxe")});
     const auto dictionary = dictionary_from("bi\t<ARR>\t\t\tHP\n");
@@ -281,7 +281,7 @@ TEST(EsaldiaAnalizatu, ADictionaryNeedsItsNetwork) {
     EXPECT_EQ(shape(analysed("bi etxe", slot, *dictionary)), "(bi)_|etxe");
 }
 
-TEST(EsaldiaAnalizatu, WordsAddedLaterDoNotWidenTheRuns) {
+TEST(EsaldiaAnalyse, WordsAddedLaterDoNotWidenTheRuns) {
     Networks networks;
     networks.add("hp", HP);
     HiztegiPertsonala dictionary;
@@ -292,7 +292,7 @@ TEST(EsaldiaAnalizatu, WordsAddedLaterDoNotWidenTheRuns) {
     EXPECT_EQ(shape(analysed("bi", networks.map, dictionary)), "bi");
 }
 
-TEST(EsaldiaAnalizatu, AnalysesOfARunRespectTheLevelOfEachNetwork) {
+TEST(EsaldiaAnalyse, AnalysesOfARunRespectTheLevelOfEachNetwork) {
     Networks networks;
     networks.add("eumorfo", {word_path("bi", {"<E>"})});
     networks.add("zenbakiak", {word_path("bi", {"<Z>"})});
@@ -333,7 +333,7 @@ TEST(EsaldiaAnalizatu, AnalysesOfARunRespectTheLevelOfEachNetwork) {
         nets);
 }
 
-TEST(EsaldiaAnalizatu, ANetworkIsPassedOverByTheNameInItsTable) {
+TEST(EsaldiaAnalyse, ANetworkIsPassedOverByTheNameInItsTable) {
     // kept: the key plays no part; the table of this one says "hp"
     const auto disguised = network_from("hp", paths({word("bi")}));
     const Esaldia sentence(0, "");
@@ -353,7 +353,7 @@ TEST(EsaldiaAnalizatu, ANetworkIsPassedOverByTheNameInItsTable) {
             .empty());
 }
 
-TEST(EsaldiaAnalizatu, DictionaryAnalysesAreAppendedAndReturned) {
+TEST(EsaldiaAnalyse, DictionaryAnalysesAreAppendedAndReturned) {
     Networks networks;
     networks.add("hp", HP);
     const auto dictionary = dictionary_from("bi\t<ARR>\t\t\tHP\n");
@@ -394,7 +394,7 @@ TEST(EsaldiaAnalizatu, DictionaryAnalysesAreAppendedAndReturned) {
 // The text of a run: a token that would bring it past 989 bytes is left out, its blank is
 // not. The table is one state that reads any number of "a", "b" and blanks:
 // ((0))--a,b," "-->(0)
-TEST(EsaldiaAnalizatu, LongTokensAreLeftOutOfTheRun) {
+TEST(EsaldiaAnalyse, LongTokensAreLeftOutOfTheRun) {
     Networks networks;
     networks.add_text("zenbakiak", "0\ta\t0\n0\tb\t0\n0\t \t0\nfinal: 0\n");
     const auto a = [](std::size_t count) { return std::string(count, 'a'); };
@@ -422,7 +422,7 @@ TEST(EsaldiaAnalizatu, LongTokensAreLeftOutOfTheRun) {
     }
 }
 
-TEST(EsaldiaAnalizatu, AnUnknownTokenBeyondTheLimitHasAnEmptyLemma) {
+TEST(EsaldiaAnalyse, AnUnknownTokenBeyondTheLimitHasAnEmptyLemma) {
     Networks networks;
     struct Case {
         std::string label;
@@ -447,7 +447,7 @@ TEST(EsaldiaAnalizatu, AnUnknownTokenBeyondTheLimitHasAnEmptyLemma) {
     }
 }
 
-TEST(EsaldiaAnalizatu, ASecondRunAddsAnalysesOnceMore) {
+TEST(EsaldiaAnalyse, ASecondRunAddsAnalysesOnceMore) {
     Networks networks;
     networks.add("eumorfo", {word("zer moduz"), word("da")});
     Esaldia sentence = analysed("zer moduz da", networks.map);
