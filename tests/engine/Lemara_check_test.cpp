@@ -102,6 +102,7 @@ std::string main_table() {
         .word("bakandu", {"<IZE>", "<Rare>"})
         .word("bakandu", {"<IZE>", "<ARR>", "<ABS>", "[h=lagun]"})
         .word("bakarra", {"<IZE>", "<Rare>", "[h=lagun]"})
+        .word("bakanen", {"<IZE>", "<Rarest>"})
         .word("hotz", {"<IZE>", "<Rare>"})
         .word("hotz", {"<IZE>"})
         .word("barne", {"<IZE>", "<ARR>", "<ABS>", "[h=onon]"})
@@ -171,6 +172,10 @@ TEST(LemaraCheck, WritesTheMarkupToTheByte) {
          "<tok h=\"1\" z=\"0\">\n\t<frm>Da</frm>\n\t<prop k=\"ok\"/>\n</tok>\n"
          "<tok h=\"2\" z=\"0\">\n\t<frm>.</frm>\n\t<prop k=\"ok\"/>\n</tok>\n"
          "</es>\n</p>\n"},
+        {"a text ends at a NUL", std::string("etxe\0zzz", 8),
+         "<p>\n<es ezk=\"1\" pzk=\"0\">\n"
+         "<tok h=\"1\" z=\"0\">\n\t<frm>etxe</frm>\n\t<prop k=\"ok\"/>\n</tok>\n"
+         "</es>\n</p>\n"},
         {"nothing is escaped", "a<b&c>",
          "<p>\n<es ezk=\"1\" pzk=\"0\">\n"
          "<tok h=\"1\" z=\"0\">\n\t<frm>a<b&c></frm>\n\t<prop k=\"ezz\"/>\n</tok>\n"
@@ -232,6 +237,7 @@ TEST(LemaraCheck, GivesEachTokenItsVerdict) {
         same("a rare one and one with a better form", "bakandu",
              better({{"hobe", "lagunak"}})),
         same("a rare one and a clean one", "hotz", OK),
+        same("a tag that only begins so is not rare", "bakanen", OK),
         same("a better form", "gaizki", better({{"hobe", "adiskide"}})),
         same("inflected as the word is", "gaizkiak", better({{"hobe", "adiskideak"}})),
         same("with its first capital", "Gaizkiak", better({{"hobe", "Adiskideak"}})),
@@ -301,6 +307,18 @@ TEST(LemaraCheck, FollowsAStaleCaseFlagAfterAMerge) {
     EXPECT_TRUE(both == entries({"zuri gorri", "Zuri gorri"}) ||
                 both == entries({"Zuri gorri", "zuri gorri"}))
         << both;
+}
+
+TEST(LemaraCheck, TakesTextsOfAnyLength) {
+    const std::string longest(20000, 'q');
+    const std::string verdict =
+        verdicts_of(engine().getParagrafoaZuzenlex(longest, false)).at(0);
+    EXPECT_EQ(verdict, UNKNOWN);
+    std::string many;
+    for (int i = 0; i < 3000; ++i) many += "etxe! ";
+    const std::vector<std::string> verdicts =
+        verdicts_of(engine().getParagrafoaZuzenlex(many, true));
+    EXPECT_EQ(verdicts, std::vector<std::string>(6000, OK));
 }
 
 TEST(LemaraCheck, ErrorsOfReplacementPass) {

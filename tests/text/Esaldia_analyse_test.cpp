@@ -141,6 +141,13 @@ TEST(EsaldiaAnalyse, RunsOfSixReachNeitherOrdinaryNetworksNorTheDictionary) {
               "(a)_|(b)_|(c)_|(d)_|(e)_|(fo)");
 }
 
+TEST(EsaldiaAnalyse, SevenTokensAreTheMostWhateverTheLevelOfANetwork) {
+    Networks networks;
+    networks.add("zenbakiak", {word("1 2 3 4 5 6 7"), word("1 2 3 4 5 6 7 8")});
+    networks.map.at("zenbakiak")->maila = 20;
+    EXPECT_EQ(shape(analysed("1 2 3 4 5 6 7 8", networks.map)), "1 2 3 4 5 6 7_|(8)");
+}
+
 TEST(EsaldiaAnalyse, MergeMovesTextAndBlankAlone) {
     Networks networks;
     networks.add("eumorfo", {word("zer moduz"), word("a-b-c")});
@@ -189,6 +196,7 @@ TEST(EsaldiaAnalyse, MarksUnknownTokens) {
         {"a closing bracket gets none and a warning", "]", "{]}", " -->OJO arraroa:]"},
         {"each one warns", "a]]", "(a)|{]}|{]}", " -->OJO arraroa:] -->OJO arraroa:]"},
         {"a closing parenthesis gets the mark", ")", "())", ""},
+        {"an opening parenthesis too", "(", "(()", ""},
         {"a dot gets the mark", ".", "(.)", ""},
     };
     Networks networks;
