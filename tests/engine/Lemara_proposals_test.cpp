@@ -1,4 +1,8 @@
 // Which candidates reach the user: stages, limits, order, and the case of the typed word.
+#include <map>
+#include <random>
+#include <set>
+
 #include "Lemara.h"
 #include "small_engine.h"
 
@@ -129,4 +133,67 @@ TEST(LemaraProposals, AreValidatedAsWordsWithoutTheirMultiWordEntries) {
     EXPECT_EQ(world.engine->lortu_ezzg_proposamenak("bozo"), Strings{"boxo"});
     EXPECT_EQ(world.engine->lortu_ezzg_proposamenak("obto"), Strings{"boto"})
         << "words of the dictionary are proposals";
+}
+
+namespace {
+
+/// The stages once more, over all candidates at once.
+Strings plain_proposals(const Lemara& engine, const std::string& word) {
+    const std::map<int, Strings> candidates = proposamen_hautagaiak_lortu(word);
+    const auto valid_of = [&](int key) {
+        Strings valid;
+        for (const std::string& text : candidates.at(key)) {
+            if (engine.isValid(text, false)) valid.push_back(text);
+        }
+        return valid;
+    };
+    const auto joined = [&](const std::vector<int>& keys, std::size_t limit) {
+        Strings all;
+        for (const int key : keys) {
+            for (const std::string& text : valid_of(key)) all.push_back(text);
+        }
+        if (all.size() > limit) all.resize(limit);
+        return all;
+    };
+    Strings result = joined({1, 2, 3}, 1000000);
+    if (result.empty()) result = joined({5, 4}, 5);
+    if (result.empty()) result = joined({6}, 5);
+    const bool all_capitals = word == touppercase(word);
+    const bool starts_small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
+    for (std::string& text : result) {
+        if (all_capitals) {
+            text = touppercase(text);
+        } else if (!starts_small && text[0] >= 'a' && text[0] <= 'z') {
+            text[0] = static_cast<char>(text[0] - 32);
+        }
+    }
+    return result;
+}
+
+}  // namespace
+
+TEST(LemaraProposals, AgreeWithThePlainStagesOnRandomWords) {
+    const unsigned seed = 20261124;
+    std::mt19937 random(seed);
+    const auto random_word = [&](const std::string& alphabet) {
+        std::string word;
+        for (std::size_t n = 2 + random() % 4; n > 0; --n) {
+            word += alphabet[random() % alphabet.size()];
+        }
+        return word;
+    };
+    std::set<std::string> words = {"%", "%a", "%t", "a", "o"};
+    while (words.size() < 150) words.insert(random_word("atzosxiu\361%"));
+    World world;
+    build(world, Strings(words.begin(), words.end()));
+    std::size_t proposed = 0;
+    for (int round = 0; round < 400; ++round) {
+        const std::string word =
+            random_word(round % 3 == 0 ? "AtzOs1\321%" : "atzosxiu\361%");
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", word " + word);
+        const Strings expected = plain_proposals(*world.engine, word);
+        if (!expected.empty()) ++proposed;
+        ASSERT_EQ(world.engine->lortu_ezzg_proposamenak(word), expected);
+    }
+    EXPECT_GT(proposed, 100u);
 }

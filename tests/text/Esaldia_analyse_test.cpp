@@ -1,5 +1,8 @@
 // The longest match: which runs are asked, whom, in which order, and what a merge moves.
+#include <algorithm>
 #include <map>
+#include <random>
+#include <set>
 
 #include "Esaldia.h"
 #include "support.h"
@@ -463,4 +466,101 @@ TEST(EsaldiaAnalyse, ASecondRunAddsAnalysesOnceMore) {
     ASSERT_EQ(sentence.tokenak.size(), 2u);
     EXPECT_EQ(sentence.tokenak[0].analisiak.size(), 2u);
     EXPECT_EQ(sentence.tokenak[1].analisiak.size(), 2u);
+}
+
+namespace {
+
+struct PlainToken {
+    std::string text;
+    bool blank;
+    int flag;
+    Strings analyses;
+};
+
+/// The twin: tries every run from the longest on and rebuilds the whole list at each
+/// merge. `ordinary` and `numbers` are what the two networks know.
+std::vector<PlainToken> plain_analysis(std::vector<PlainToken> tokens,
+                                       const std::set<std::string>& ordinary,
+                                       const std::set<std::string>& numbers) {
+    for (std::size_t i = 0; i < tokens.size(); ++i) {
+        for (std::size_t n = std::min<std::size_t>(7, tokens.size() - i); n > 0; --n) {
+            std::string run;
+            for (std::size_t k = i; k < i + n; ++k) {
+                run += tokens[k].text;
+                if (tokens[k].blank && k + 1 < i + n) run += ' ';
+            }
+            const std::string lowered = tolowercase(run);
+            Strings analyses;
+            if (n <= 5 && ordinary.count(lowered) != 0)
+                analyses.push_back(lowered + "<X>");
+            if (numbers.count(lowered) != 0) analyses.push_back(lowered + "<X>");
+            if (analyses.empty() && n > 1) continue;
+            if (analyses.empty()) analyses.push_back(run + "<EZZG>");
+            std::vector<PlainToken> merged(
+                tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(i));
+            merged.push_back({run, tokens[i + n - 1].blank, 0, analyses});
+            merged.insert(merged.end(),
+                          tokens.begin() + static_cast<std::ptrdiff_t>(i + n),
+                          tokens.end());
+            // The flags stay in their places.
+            for (std::size_t k = 0; k < merged.size(); ++k)
+                merged[k].flag = tokens[k].flag;
+            tokens = merged;
+            break;
+        }
+    }
+    return tokens;
+}
+
+}  // namespace
+
+TEST(EsaldiaAnalyse, AgreesWithAPlainTwinOnRandomSentences) {
+    const unsigned seed = 20261123;
+    std::mt19937 random(seed);
+    const auto random_text = [&](std::size_t longest) {
+        static const std::string alphabet = "aabbB  --..";
+        std::string text;
+        for (std::size_t n = 1 + random() % longest; n > 0; --n) {
+            text += alphabet[random() % alphabet.size()];
+        }
+        return text;
+    };
+    std::size_t merges = 0;
+    for (int world = 0; world < 40; ++world) {
+        std::set<std::string> known[2];
+        Networks networks;
+        for (int k = 0; k < 2; ++k) {
+            std::vector<std::vector<std::string>> entries;
+            while (known[k].size() < 60) {
+                const std::string text = tolowercase(random_text(k == 0 ? 9 : 13));
+                if (text[0] == ' ' || text.back() == ' ') continue;
+                if (text.find("  ") != std::string::npos) continue;
+                if (known[k].insert(text).second) entries.push_back(word(text));
+            }
+            networks.add(k == 0 ? "eumorfo" : "zenbakiak", entries);
+        }
+        for (int round = 0; round < 100; ++round) {
+            Esaldia sentence(0, random_text(30));
+            sentence.tokenizatu();
+            std::vector<PlainToken> tokens;
+            for (const Tokena& token : sentence.tokenak) {
+                tokens.push_back({token.testua, token.hutsunea, token.maiuskula, {}});
+            }
+            const std::vector<PlainToken> expected =
+                plain_analysis(tokens, known[0], known[1]);
+            merges += tokens.size() - expected.size();
+            sentence.analizatu(networks.map, no_dictionary(), true);
+            SCOPED_TRACE("seed " + std::to_string(seed) + ", world " +
+                         std::to_string(world) + ", \"" + sentence.testua + "\"");
+            ASSERT_EQ(sentence.tokenak.size(), expected.size());
+            for (std::size_t k = 0; k < expected.size(); ++k) {
+                EXPECT_EQ(sentence.tokenak[k].testua, expected[k].text);
+                EXPECT_EQ(sentence.tokenak[k].hutsunea, expected[k].blank);
+                EXPECT_EQ(sentence.tokenak[k].maiuskula, expected[k].flag);
+                EXPECT_EQ(analyses_of(sentence.tokenak[k].analisiak),
+                          expected[k].analyses);
+            }
+        }
+    }
+    EXPECT_GT(merges, 3000u) << "random sentences should meet random units";
 }

@@ -1,6 +1,9 @@
 // Where a text is cut into sentences, and the road from text to analysed sentences.
 #include "Paragrafoa.h"
 
+#include <random>
+#include <set>
+
 #include "support.h"
 
 namespace {
@@ -224,4 +227,81 @@ TEST(Paragrafoa, WithoutTheMainNetworkNothingIsSplit) {
     EXPECT_TRUE(paragraph.analizatu({}, dictionary, false).empty());
     // A slot with no network is no network.
     EXPECT_TRUE(paragraph.analizatu({{"eumorfo", nullptr}}, dictionary, true).empty());
+}
+
+namespace {
+
+/// The twin: marks first, cuts then, one kind of mark after the other. `known` holds the
+/// abbreviations in small letters.
+std::vector<std::string> plain_split(const std::string& text,
+                                     const std::set<std::string>& known) {
+    const auto at = [&](std::size_t i) { return i < text.size() ? text[i] : '\0'; };
+    const auto is_in = [](char c, const std::string& list) {
+        return c != '\0' && list.find(c) != std::string::npos;
+    };
+    const std::string small = "abcdefghijklmnopqrstuvwxyz";
+    std::set<std::size_t> marks;
+    for (const std::string mark : {"! ", "? ", ": "}) {
+        for (auto p = text.find(mark); p != std::string::npos;
+             p = text.find(mark, p + 1)) {
+            marks.insert(p + 1);
+        }
+    }
+    for (auto p = text.find(". "); p != std::string::npos; p = text.find(". ", p + 1)) {
+        const std::size_t blank = text.rfind(' ', p);
+        std::string word;
+        if (blank != 0) {  // behind a blank in front of the text the word is empty
+            const std::size_t start = blank == std::string::npos ? 0 : blank + 1;
+            word = text.substr(start, text.find('.', start) + 1 - start);
+        }
+        if (known.count(tolowercase(word)) != 0) continue;
+        const bool ordinal = p > 0 && is_in(at(p - 1), "0123456789CDILMVX");
+        const bool ends = ordinal ? at(p + 2) == '"' && !is_in(at(p + 3), small)
+                                  : !is_in(at(p + 2), small);
+        if (ends) marks.insert(p + 1);
+    }
+    std::vector<std::string> sentences = {""};
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        sentences.back() += text[i];
+        if (marks.count(i) != 0) sentences.emplace_back();
+    }
+    for (std::string& sentence : sentences) {
+        while (!sentence.empty() && (sentence[0] == ' ' || sentence[0] == '\t')) {
+            sentence.erase(0, 1);
+        }
+    }
+    return sentences;
+}
+
+}  // namespace
+
+TEST(Paragrafoa, AgreesWithAPlainTwinOnRandomTexts) {
+    const std::set<std::string> known = {"a.", "ab.", "b", ".", "x."};
+    std::vector<std::vector<std::string>> entries;
+    for (const std::string& word : known) entries.push_back(word_path(word, {"<LAB>"}));
+    const auto table = table_from(paths(entries));
+    const unsigned seed = 20261122;
+    std::mt19937 random(seed);
+    const std::string alphabet = "      .....!?:\"aabAXIz12\351\t";
+    std::size_t cut = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string text;
+        for (std::size_t length = random() % 24; length > 0; --length) {
+            text += alphabet[random() % alphabet.size()];
+        }
+        const std::vector<std::string> expected = plain_split(text, known);
+        cut += expected.size() - 1;
+        ASSERT_EQ(split(text, table.get()), expected)
+            << "text \"" << text << "\", seed " << seed << ", round " << round;
+    }
+    EXPECT_GT(cut, 8000u);
+}
+
+TEST(Paragrafoa, TwinReadsTheTableTheSame) {
+    for (const Case& c : CASES) {
+        SCOPED_TRACE(c.label);
+        const bool capital_entry = c.text.find("Dr.") != std::string::npos;
+        if (capital_entry || c.text.find('\0') != std::string::npos) continue;
+        EXPECT_EQ(plain_split(c.text, {"etxe.", "a.", "z.b."}), c.sentences);
+    }
 }
