@@ -240,6 +240,7 @@ private:
                 position += label.lower_size;
                 if (position > reach_) reach_ = position;
             }
+            budget_.spend(1 + (label.upper_size + label.lower_size) / 64);
             const StateRef target = arc.target;
             const char* upper = table_.pool + label.upper_at;
             if (target < 0) {
@@ -255,7 +256,6 @@ private:
                 *upper <= 'Z') {
                 continue;
             }
-            budget_.spend(1 + (label.upper_size + label.lower_size) / 64);
             if (CAREFUL && revisits(current, target, position)) continue;
             output_.cut(current.output);
             output_.append_symbol(upper, label.upper_size);
