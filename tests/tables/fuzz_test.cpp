@@ -148,8 +148,9 @@ private:
     long number(const std::string& line, std::size_t at) {
         if (at >= line.size()) return 0;
         const long value = std::strtol(line.c_str() + at, nullptr, 10);
-        if (value > 2147483646L || value < -2147483646L) open_ = true;
-        return value;
+        if (value <= 2147483646L && value >= -2147483646L) return value;
+        open_ = true;
+        return 0;
     }
 
     void count(const Strings& all, std::size_t bytes) {
