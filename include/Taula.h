@@ -63,7 +63,7 @@ constexpr std::size_t PATH_LIMIT = std::size_t{1} << 20;
 /// calls one of these afterwards.
 ///
 /// No table can harm a search, whatever its bytes. An arc whose target does not exist, a null
-/// state and a null arc are dead ends. A search does not enter a state a second time on one
+/// state and a null arc are dead ends. A search does not go on from a state again on one
 /// path without having made progress in between (in the token, or in the target of a
 /// generation; behind the end of the target there is no more progress), so cycles of empty
 /// symbols come to an end; and lemara::SEARCH_BUDGET bounds its work.

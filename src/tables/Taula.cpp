@@ -88,8 +88,8 @@ lemara::Graph lemara::graph_of(const Taula& table) {
 
 /// Puts the graph of a compiled table into `egoerak`, before an operation changes it.
 void Taula::unfold() {
+    if (formak->image_view(egoerak) == nullptr) return;
     lemara::Graph graph = lemara::graph_of(*this);
-    if (!graph.owned) return;
     graph.owned = false;
     egoerak.swap(graph.states);
     lemara::note_graph_change();
