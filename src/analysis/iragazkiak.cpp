@@ -1,0 +1,117 @@
+// Filters on analysis strings as text. Tests: tests/analysis/iragazkiak_test.cpp.
+#include "iragazkiak.h"
+
+#include <string_view>
+
+#include "Analisia.h"
+#include "analysis/text_pieces.h"
+#include "karaktereak.h"
+
+using lemara::contains;
+using lemara::starts_with;
+using lemara::text_of;
+
+namespace {
+
+bool begins_small(std::string_view text) { return !text.empty() && orbi_islower(text[0]); }
+bool begins_capital(std::string_view text) { return !text.empty() && orbi_isupper(text[0]); }
+
+/// A lemma with a capital is not read off a token in small letters.
+bool case_fits(std::string_view token, std::string_view analysis) {
+    return !(begins_small(token) && begins_capital(analysis));
+}
+
+/// Ends of multiword lemmas that the tables over-generate.
+constexpr std::string_view FALSE_LEMMAS[] = {
+    "bidea ireki<", "bat egin<",  "bat etorri<",   "asko izan<",   "bat egon<",
+    "bat izan<",    "bat ere<",   "eta bi<",       "eta beste<",   "eta gero<",
+    "lagun eraman<", "lagun izan<", "nahi beste<", "nola ez<",     "era batera<",
+};
+
+/// The same, wrong only as the noun of a compound postposition.
+constexpr std::string_view FALSE_POSTPOSITIONS[] = {
+    "baina<",   "bat<IZE>",  "bate<IZE>",  "bata<IZE>", "gara<IZE>",
+    "ondo<IZE>", "bera<ADJ>", "be<IZE>",    "zut<ADJ>",
+};
+
+}  // namespace
+
+bool egiaztatuIzenLehenMaiuskulak(const char* tokena, const char* analisia) {
+    return case_fits(text_of(tokena), text_of(analisia));
+}
+
+bool egiaztatuIzenBereziak(const char* tokena, const char* analisia) {
+    const std::string_view token = text_of(tokena), analysis = text_of(analisia);
+    if (!case_fits(token, analysis)) return false;
+    const bool name = contains(analysis, "<PIB>") || contains(analysis, "<LIB>");
+    return !(name && begins_small(token));
+}
+
+bool egiaztatuIzenBereziakEtaSinboloak(const char* tokena, const char* analisia) {
+    const std::string_view token = text_of(tokena), analysis = text_of(analisia);
+    if (!case_fits(token, analysis)) return false;
+    const bool name = contains(analysis, "<PIB>") || contains(analysis, "<LIB>") ||
+                      contains(analysis, "<IZB>");
+    if (name && begins_small(token)) return false;
+    if (contains(analysis, "<SNB>") || contains(analysis, "<SIG>")) {
+        return starts_with(token, ateraGoitik(text_of(analisia).data(), "L"));
+    }
+    return true;
+}
+
+bool egiaztatuLAB(const char* tokena, const char* analisia) {
+    const std::string_view token = text_of(tokena), analysis = text_of(analisia);
+    const bool short_form = contains(analysis, "<SNB>") || contains(analysis, "<SIG>") ||
+                            contains(analysis, "<LAB>");
+    if (!short_form) return false;
+    // Kept on purpose: the token is not compared with the lemma in front of the first "<" but
+    // with the whole analysis, and with nothing at all if the analysis begins with a tag.
+    return analysis[0] == '<' || token == analysis;
+}
+
+bool kenduHAULtxarrak(const char* analisia, const char*) {
+    const std::string_view analysis = text_of(analisia);
+    for (const std::string_view lemma : FALSE_LEMMAS) {
+        if (contains(analysis, lemma)) return false;
+    }
+    if (!contains(analysis, "<PSP>")) return true;
+    for (const std::string_view lemma : FALSE_POSTPOSITIONS) {
+        if (contains(analysis, lemma)) return false;
+    }
+    return !(contains(analysis, "ondorengo") && contains(analysis, "<ELI_IZE>"));
+}
+
+bool kalkulatuMaiuskulak(const char* hitza) {
+    const std::string word(text_of(hitza));
+    if (touppercase(word) == word) return true;
+    // Kept on purpose: an accented capital in front of small letters is no capital here,
+    // though the test above knows accented letters.
+    return orbi_isupper(word[0]);
+}
+
+void aldatuMaiuskulakLow(const char* goikoa, char* behekoa) {
+    if (goikoa == nullptr || behekoa == nullptr) return;
+    // Kept on purpose: the two are compared index by index. Behind a letter that the form
+    // inserted or dropped, only chance carries a capital over.
+    for (; *behekoa != '\0' && *goikoa != '\0' && *goikoa != '<'; ++goikoa, ++behekoa) {
+        if (orbi_isupper(*goikoa) && *behekoa == *goikoa + 32) *behekoa = *goikoa;
+    }
+}
+
+std::string garbitu_upp(std::string analisia) {
+    const std::string_view text = lemara::up_to_nul(analisia);
+    std::size_t i = text.find('<');
+    if (i == std::string_view::npos) return analisia;
+    std::string tail;
+    while (i < text.size()) {
+        const bool quality = text[i] == '<' && i + 1 < text.size() && text[i + 1] == '0';
+        if (quality || text[i] == '[') {
+            const std::size_t close = text.find(quality ? '>' : ']', i);
+            if (close == std::string_view::npos) break;
+            i = close + 1;
+        } else {
+            tail += text[i++];
+        }
+    }
+    return tail;
+}

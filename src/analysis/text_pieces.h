@@ -1,0 +1,34 @@
+// Small questions about text that several rooms ask.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lemara {
+
+inline bool contains(std::string_view text, std::string_view piece) {
+    return text.find(piece) != std::string_view::npos;
+}
+
+inline bool starts_with(std::string_view text, std::string_view piece) {
+    return text.substr(0, piece.size()) == piece;
+}
+
+/// `text` up to its first NUL: what an interface of C strings sees of it.
+inline std::string_view up_to_nul(std::string_view text) {
+    return text.substr(0, text.find('\0'));
+}
+
+/// The text of a C string; empty for a null pointer.
+inline std::string_view text_of(const char* text) { return text == nullptr ? "" : text; }
+
+inline bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+/// What the standard toupper does to a byte in its default locale, where it knows "a" to "z"
+/// alone. Latin-1 small letters stay, and that differs from orbi_toupper on purpose. Written
+/// out, so that a host's setlocale has no say and a negative char is no undefined argument.
+inline char standard_toupper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
+}  // namespace lemara

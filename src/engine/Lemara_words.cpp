@@ -1,0 +1,149 @@
+// What a host asks about one word. Tests: tests/engine/Lemara_words_test.cpp.
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Lemara.h"
+#include "analysis/text_pieces.h"
+#include "engine/unknown_forms.h"
+#include "text/sentence_analysis.h"
+
+using lemara::contains;
+
+namespace {
+
+constexpr char MAIN_NETWORK[] = "eumorfo";
+constexpr char PARADIGM_NETWORK[] = "hp";
+
+void append(std::vector<Analisia>& list, std::vector<Analisia>&& more) {
+    for (Analisia& record : more) list.push_back(std::move(record));
+}
+
+/// The class that a wanted list of tags asks for. The order of the rows decides: a list that
+/// holds two of them belongs to the upper row. A longer tag that contains one counts too.
+constexpr const char* WORD_CLASSES[][2] = {
+    {"ARR", "<ARR>"}, {"IZO", "<IZO>"}, {"ADI", "<ADI>"},
+    {"PIB", "<PIB>"}, {"LIB", "<LIB>"}, {"IZB", "<IZB>"},
+};
+
+bool is_entry_start(const Analisia& entry) {
+    return entry.erabili.empty() && !contains(entry.etiketa, "EZZG");
+}
+
+}  // namespace
+
+Paragrafoa Lemara::analizatu_paragrafoa(int, const std::string& testua) const {
+    Paragrafoa paragraph(1, testua);  // Kept on purpose: 1, whatever number was asked for.
+    lemara::analyse_paragraph(paragraph, sareak, dictionary(), true);
+    return paragraph;
+}
+
+std::vector<Analisia> Lemara::analizatuTokena(const std::string& tokena,
+                                              const std::string& sarea) const {
+    const Sarea* network = find_network(sarea);
+    return network == nullptr ? std::vector<Analisia>()
+                              : network->taula->analizatuTokena(tokena);
+}
+
+std::vector<Analisia> Lemara::analizatuTokena(const std::string& tokena) const {
+    // Kept on purpose: every network, "hp" included, whatever run it takes; no dictionary.
+    std::vector<Analisia> analyses;
+    for (const auto& entry : sareak) append(analyses, analizatuTokena(tokena, entry.first));
+    return analyses;
+}
+
+bool Lemara::isValid(const std::string& hitza, bool sakon) const {
+    if (hitza.find_first_of(" -") != std::string::npos) return is_valid_text(hitza);
+    if (!dictionary().analizatu(hitza, find_network(PARADIGM_NETWORK)).empty()) return true;
+    if (is_in_networks(hitza)) return true;
+    return sakon && begins_entry(hitza);
+}
+
+bool Lemara::is_valid_text(const std::string& text) const {
+    const Paragrafoa paragraph = analizatu_paragrafoa(1, text);
+    if (paragraph.esaldiak.empty()) return false;  // no main network: no answer
+    // The first sentence alone is judged.
+    const std::vector<Tokena>& tokens = paragraph.esaldiak.front().tokenak;
+    return std::none_of(tokens.begin(), tokens.end(), [](const Tokena& token) {
+        return token.analisiak.size() == 1 && contains(token.analisiak[0].etiketa, "EZZG");
+    });
+}
+
+bool Lemara::is_in_networks(const std::string& word) const {
+    for (const auto& entry : sareak) {
+        const Sarea* network = find_network(entry.first);
+        if (network == nullptr || network->taula->hiztegia == PARADIGM_NETWORK) continue;
+        // A good analysis with "MAT" in its tags makes no word valid for the speller.
+        for (const Analisia& analysis : network->taula->analizatuTokena(word)) {
+            if (!contains(analysis.etiketa, "MAT")) return true;
+        }
+    }
+    return false;
+}
+
+bool Lemara::begins_entry(const std::string& word) const {
+    std::string start = tolowercase(word) + ' ';
+    const auto has_entry = [&] {
+        const std::vector<Analisia> entries = bilatuHasiera(start, true);
+        return std::any_of(entries.begin(), entries.end(), is_entry_start);
+    };
+    if (has_entry()) return true;
+    const char first = word.empty() ? '\0' : word[0];
+    if (first != lemara::standard_toupper(first)) return false;
+    start[0] = lemara::standard_toupper(start[0]);
+    return has_entry();
+}
+
+std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera, bool iragazi) const {
+    const Sarea* network = find_network(MAIN_NETWORK);
+    if (network == nullptr) return {};
+    std::vector<Analisia> entries = network->taula->sortuFormak(hasiera, "", true, false);
+    if (!iragazi) return entries;
+    std::vector<Analisia> kept;
+    for (Analisia& entry : entries) {
+        if (contains(entry.etiketa, "EZZG")) continue;
+        const std::vector<Analisia> analyses = network->taula->analizatuTokena(entry.forma);
+        // The first analysis alone decides whether the form is one to be replaced.
+        if (analyses.empty() || !analyses.front().erabili.empty()) continue;
+        kept.push_back(std::move(entry));
+    }
+    return kept;
+}
+
+std::vector<Analisia> Lemara::sortuFormak(const std::string& hitza,
+                                          const std::string& etiketa) const {
+    const Sarea* network = find_network(MAIN_NETWORK);
+    if (network == nullptr) return {};
+    const std::vector<Analisia> analyses = network->taula->analizatuTokena(hitza);
+    for (const Analisia& analysis : analyses) {
+        const std::size_t at = analysis.analisia.find(etiketa);
+        if (at == std::string::npos) continue;
+        return network->taula->sortuFormak(
+            analysis.analisia.substr(0, at + etiketa.size()), "", false, false);
+    }
+    std::vector<Analisia> forms;
+    if (!analyses.empty()) return forms;
+    lemara::for_each_unknown_form(hitza, etiketa, find_network(PARADIGM_NETWORK),
+                                  [&](Analisia& form) {
+                                      forms.push_back(std::move(form));
+                                      return true;
+                                  });
+    return forms;
+}
+
+std::string Lemara::sortu_forma_ezezaguna(const std::string& hitza,
+                                          const std::string& etiketa) const {
+    const auto word_class =
+        std::find_if(std::begin(WORD_CLASSES), std::end(WORD_CLASSES),
+                     [&](const auto& row) { return contains(etiketa, row[0]); });
+    std::string form = hitza;
+    if (word_class == std::end(WORD_CLASSES)) return form;
+    lemara::for_each_unknown_form(hitza, (*word_class)[1], find_network(PARADIGM_NETWORK),
+                                  [&](Analisia& candidate) {
+                                      if (candidate.etiketa != etiketa) return true;
+                                      form = std::move(candidate.forma);
+                                      return false;
+                                  });
+    return form;
+}

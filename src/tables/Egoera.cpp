@@ -1,0 +1,38 @@
+#include "Egoera.h"
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+Egoera::Egoera() : final(false) {}
+
+Egoera::Egoera(std::vector<Zubia*> arcs, bool is_final)
+    : final(is_final), zubiak(std::move(arcs)) {}
+
+Egoera::~Egoera() = default;
+
+void Egoera::addZubia(Zubia* zubia) { zubiak.push_back(zubia); }
+
+bool Egoera::hasZubia(const std::string& ikurra) const {
+    return std::any_of(zubiak.begin(), zubiak.end(), [&](const Zubia* arc) {
+        return arc != nullptr && arc->beheko_ikurra == ikurra;
+    });
+}
+
+void Egoera::deleteZubiak() {
+    for (Zubia*& arc : zubiak) {
+        delete arc;
+        arc = nullptr;
+    }
+}
+
+void Egoera::printEgoera() const {
+    std::cout << "\n\nfinal: " << (final ? 1 : 0) << ", zubiak: " << zubiak.size() << '\n';
+    std::size_t number = 0;
+    for (const Zubia* arc : zubiak) {
+        ++number;
+        if (arc == nullptr) continue;
+        std::cout << "  " << number << ". zubia:" << arc->toString();
+    }
+    std::cout.flush();
+}

@@ -1,0 +1,7 @@
+#include "Tokena.h"
+
+#include <utility>
+
+// Kept on purpose: the number is taken and not stored.
+Tokena::Tokena(std::string text, bool blank, int)
+    : testua(std::move(text)), hutsunea(blank) {}
