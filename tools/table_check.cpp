@@ -36,7 +36,8 @@ bool looks_like_utf8(std::string_view symbol) {
 /// What is wrong with a pair of symbols, wherever it stands.
 std::vector<std::string> defects_of_pair(const SymbolPair& pair) {
     std::vector<std::string> found;
-    if (std::any_of(pair.lower.begin(), pair.lower.end(),
+    if (!looks_like_utf8(pair.lower) &&
+        std::any_of(pair.lower.begin(), pair.lower.end(),
                     [](char c) { return lowered(c) != c; })) {
         found.push_back("capital in the lower symbol " + shown(pair.lower) +
                         "; words are lowered before they are compared");

@@ -33,7 +33,7 @@ TableText::TableText(std::string_view text) {
 void TableText::read_line(std::string_view record) {
     if (record.size() > LONGEST_RECORD) {
         reject("the line has " + std::to_string(record.size()) +
-               " bytes; the loader counts its states by pieces of " +
+               " bytes; the loader takes " +
                std::to_string(LONGEST_RECORD));
     }
     if (record.find('\0') != record.npos) {
