@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -41,15 +42,24 @@ private:
 }
 
 Descriptor open_for_reading(const std::string& path) {
-    if (path == "-") return Descriptor(::dup(STDIN_FILENO));
-    const int number = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (number < 0) fail(path, "cannot open");
-    Descriptor file(number);
+    Descriptor file(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3)
+                                : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (file.number() < 0) fail(path, "cannot open");
     struct stat status {};
-    if (::fstat(number, &status) == 0 && S_ISDIR(status.st_mode)) {
-        throw Failure(path + ": is a directory");
+    if (::fstat(file.number(), &status) == 0 && S_ISDIR(status.st_mode)) {
+        throw Failure(shown_file(path) + ": is a directory");
     }
     return Descriptor(file.release());
+}
+
+std::size_t read_some(int descriptor, const std::string& path, char* bytes,
+                      std::size_t most) {
+    ssize_t got = -1;
+    do {
+        got = ::read(descriptor, bytes, most);
+    } while (got < 0 && errno == EINTR);
+    if (got < 0) fail(path, "cannot read");
+    return static_cast<std::size_t>(got);
 }
 
 /// Writes `bytes` to a new file beside `path` and puts it in the place of `path`.
@@ -79,23 +89,66 @@ std::string shown_file(const std::string& path) {
     return path == "-" ? "standard input" : path;
 }
 
+std::string read_start(const std::string& path, std::size_t most) {
+    const Descriptor file = open_for_reading(path);
+    std::string bytes(most, '\0');
+    bytes.resize(read_some(file.number(), path, bytes.data(), most));
+    return bytes;
+}
+
 std::string read_file(const std::string& path) {
     const Descriptor file = open_for_reading(path);
     std::string bytes;
     std::size_t size = 0;
     while (true) {
+        if (size > LARGEST_FILE) throw Failure(shown_file(path) + ": too large");
         if (bytes.size() - size < 65536) bytes.resize(bytes.size() * 2 + 65536);
-        const ssize_t got = ::read(file.number(), bytes.data() + size, bytes.size() - size);
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) fail(path, "cannot read");
+        const std::size_t got =
+            read_some(file.number(), path, bytes.data() + size, bytes.size() - size);
         if (got == 0) break;
-        size += static_cast<std::size_t>(got);
+        size += got;
     }
     bytes.resize(size);
     return bytes;
 }
 
-void require_readable(const std::string& path) { open_for_reading(path); }
+LineReader::LineReader(const std::string& path)
+    : path_(path), descriptor_(open_for_reading(path).release()) {}
+
+LineReader::~LineReader() { ::close(descriptor_); }
+
+std::string LineReader::place() const {
+    return shown_file(path_) + ':' + std::to_string(number_);
+}
+
+bool LineReader::next(std::string& line) {
+    std::size_t searched = used_;
+    std::size_t end = buffer_.find('\n', searched);
+    while (end == std::string::npos) {
+        searched = buffer_.size() - used_;  // fill moves the rest to the front
+        if (!fill()) break;
+        end = buffer_.find('\n', searched);
+    }
+    if (end == std::string::npos && used_ == buffer_.size()) return false;
+    const std::size_t behind = std::min(end, buffer_.size());
+    line.assign(buffer_, used_, behind - used_);
+    used_ = std::min(behind + 1, buffer_.size());
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    ++number_;
+    return true;
+}
+
+/// Reads on behind what is left; false at the end of the file.
+bool LineReader::fill() {
+    buffer_.erase(0, used_);
+    used_ = 0;
+    const std::size_t rest = buffer_.size();
+    buffer_.resize(std::max<std::size_t>(rest * 2, 65536));
+    const std::size_t got =
+        read_some(descriptor_, path_, buffer_.data() + rest, buffer_.size() - rest);
+    buffer_.resize(rest + got);
+    return got > 0;
+}
 
 bool write_all(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {

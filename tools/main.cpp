@@ -70,7 +70,15 @@ int run(int count, char** arguments) {
         "used.\n\n"
         "\"lemara COMMAND --help\" tells more of each command.\n\n"
         "Examples:\n"
-        "  lemara table check eumorfo.sare");
+        "  printf 'Kaixo, mundua!\\n' | lemara check\n"
+        "  lemara analyze --format cg3 letter.txt\n"
+        "  lemara suggest etxxea");
+    add_check(app, status);
+    add_analyze(app, status);
+    add_valid(app, status);
+    add_suggest(app, status);
+    add_generate(app, status);
+    add_lookup(app, status);
     add_table(app, status);
     app.parse_complete_callback([&] { set_tool_name(full_name(*named_command(app))); });
     try {

@@ -179,14 +179,14 @@ EngineText engine_text(std::string_view utf8) {
         const char32_t character = next_character(utf8, at);
         if (const char* replacement = folded(character)) {
             result.latin1 += replacement;
-        } else if (character <= 0xFF) {
+        } else if (character <= 0xFF && character != 0) {
             result.latin1 += static_cast<char>(character);
         } else if (!compose(result.latin1, character)) {
             if (result.missing_at == std::string_view::npos) {
                 result.missing_at = start;
                 result.missing = character;
             }
-            result.latin1 += '?';
+            result.latin1 += '*';
         }
     }
     return result;

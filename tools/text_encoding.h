@@ -40,7 +40,8 @@ struct EngineText {
 /// Valid UTF-8 as Latin-1 text for the engine, folded: typographic quotes become ' and ",
 /// dashes and the minus sign -, the ellipsis three dots, blanks of every width a blank;
 /// letter and combining accent become one letter; soft hyphens, zero-width characters and
-/// the byte order mark go. Any other character that Latin-1 lacks becomes "?" and is told.
+/// the byte order mark go. Any other character that Latin-1 lacks, and NUL, becomes "*" and is
+/// told: a sign that never ends a sentence.
 EngineText engine_text(std::string_view utf8);
 
 }  // namespace lemara::tools
