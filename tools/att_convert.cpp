@@ -61,9 +61,10 @@ Symbol read_symbol(std::string_view text) {
     if (text == "@_TAB_@") return {"", "a TAB can't stand in a table"};
     if (text == "@_NEWLINE_@") return {"", "a line feed can't stand in a table"};
     if (text == "@_IDENTITY_SYMBOL_@" || text == "@_UNKNOWN_SYMBOL_@") {
-        return {"", std::string(text) +
-                        " stands for any other character, and a table has no such symbol; "
-                        "intersect the network with its alphabet"};
+        return {"",
+                std::string(text) +
+                    " stands for any other character, and a table has no such symbol; "
+                    "intersect the network with its alphabet"};
     }
     if (is_special(text)) return {"", "special symbol " + std::string(text)};
     if (is_flag_diacritic(text)) {
@@ -98,7 +99,8 @@ Field write_field(const Symbol& upper_symbol, const Symbol& lower_symbol,
     const std::string& upper = upper_symbol.latin1;
     std::string lower = in_lower_case(lower_symbol.latin1);
     if (!options.lower && lower != lower_symbol.latin1) {
-        field.refusal = "capital on the lower side, where no word would match; --lower lowers it";
+        field.refusal =
+            "capital on the lower side, where no word would match; --lower lowers it";
         return field;
     }
     field.empty_lower = lower.empty();
@@ -117,7 +119,8 @@ Field write_field(const Symbol& upper_symbol, const Symbol& lower_symbol,
 }
 
 bool read_number(std::string_view text, uint64_t& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const auto [end, error] =
+        std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size();
 }
 
@@ -160,7 +163,8 @@ private:
     std::vector<uint64_t> pair_of_field_;
 
     uint32_t state_of(uint64_t name) {
-        const auto [at, is_new] = states_.emplace(name, static_cast<uint32_t>(names_.size()));
+        const auto [at, is_new] =
+            states_.emplace(name, static_cast<uint32_t>(names_.size()));
         if (is_new) {
             names_.push_back(name);
             finals.push_back(false);
@@ -233,7 +237,8 @@ private:
     void read_final(const std::string_view* parts, size_t count, size_t line) {
         uint64_t state = 0;
         if (!read_number(parts[0], state)) {
-            if (parts[0] == "--") return refuse(line, "a second network; the file must hold one");
+            if (parts[0] == "--")
+                return refuse(line, "a second network; the file must hold one");
             return refuse(line, "not a state number: \"" + printable(parts[0]) + '"');
         }
         if (count == 2) note_weight(line, parts[1]);
@@ -242,14 +247,16 @@ private:
 
     void read_arc(const std::string_view* parts, size_t count, size_t line) {
         uint64_t source = 0, target = 0;
-        for (const auto& [part, number] : {std::pair(parts[0], &source), {parts[1], &target}}) {
+        for (const auto& [part, number] :
+             {std::pair(parts[0], &source), {parts[1], &target}}) {
             if (!read_number(part, *number)) {
                 return refuse(line, "not a state number: \"" + printable(part) + '"');
             }
         }
         if (count == 5) note_weight(line, parts[4]);
         const uint32_t from = state_of(source), to = state_of(target);
-        arcs.push_back({from, to, field_of(parts[2], parts[3]), static_cast<uint32_t>(line)});
+        arcs.push_back(
+            {from, to, field_of(parts[2], parts[3]), static_cast<uint32_t>(line)});
     }
 };
 
@@ -271,18 +278,19 @@ std::vector<bool> trim(AttNetwork& network) {
     for (size_t state = 0; state < states; ++state) {
         if (!alive[state]) useful[state] = false;
     }
-    network.arcs.erase(std::remove_if(network.arcs.begin(), network.arcs.end(),
-                                      [&](const Arc& arc) {
-                                          return !useful[arc.source] || !useful[arc.target];
-                                      }),
-                       network.arcs.end());
+    network.arcs.erase(
+        std::remove_if(
+            network.arcs.begin(), network.arcs.end(),
+            [&](const Arc& arc) { return !useful[arc.source] || !useful[arc.target]; }),
+        network.arcs.end());
     return useful;
 }
 
 void refuse_symbols(const AttNetwork& network, std::vector<Refusal>& refusals) {
     for (const Arc& arc : network.arcs) {
         const std::string& why = network.fields[arc.field].refusal;
-        if (!why.empty()) refusals.push_back({arc.line, network.describe(arc) + ": " + why});
+        if (!why.empty())
+            refusals.push_back({arc.line, network.describe(arc) + ": " + why});
     }
 }
 
@@ -315,7 +323,8 @@ public:
         number_.assign(network_.states(), UNNUMBERED);
         number_[0] = 0;
         for (size_t i = 0; i < order.size(); ++i) {
-            for (const auto* arc = arcs_.begin(order[i]); arc != arcs_.end(order[i]); ++arc) {
+            for (const auto* arc = arcs_.begin(order[i]); arc != arcs_.end(order[i]);
+                 ++arc) {
                 const uint32_t target = network_.arcs[*arc].target;
                 if (number_[target] != UNNUMBERED) continue;
                 number_[target] = static_cast<uint32_t>(order.size());
@@ -360,7 +369,8 @@ private:
     std::vector<uint32_t> repeats_of(uint32_t state) const {
         std::vector<uint32_t> sorted(arcs_.begin(state), arcs_.end(state));
         const auto key = [&](uint32_t arc) {
-            return std::pair(unified_[network_.arcs[arc].field], network_.arcs[arc].target);
+            return std::pair(unified_[network_.arcs[arc].field],
+                             network_.arcs[arc].target);
         };
         std::sort(sorted.begin(), sorted.end(), [&](uint32_t a, uint32_t b) {
             return std::pair(key(a), a) < std::pair(key(b), b);

@@ -25,16 +25,20 @@ std::string rendered(Session& session, const Paragrafoa& paragraph,
     if (arguments.format == Format::CG3) return paragraph.get_CG3(values, false, false);
     return session.printed([&] {
         switch (arguments.format) {
-            case Format::IKUTE: return paragraph.print_Ikute();
-            case Format::ZUZENLEX: return paragraph.print_Zuzenlex(session.network("eumorfo"));
-            default: return paragraph.print_Multext(values, false, false);
+            case Format::IKUTE:
+                return paragraph.print_Ikute();
+            case Format::ZUZENLEX:
+                return paragraph.print_Zuzenlex(session.network("eumorfo"));
+            default:
+                return paragraph.print_Multext(values, false, false);
         }
     });
 }
 
 int analyze(const AnalyzeArguments& arguments) {
     Session session(arguments.engine);
-    TextReader reader(arguments.files, arguments.engine.encoding, arguments.paragraphs, message);
+    TextReader reader(arguments.files, arguments.engine.encoding, arguments.paragraphs,
+                      message);
     int number = 0;
     for (Piece piece; reader.next(piece);) {
         if (!piece.usable) {
@@ -61,17 +65,20 @@ void add_analyze(CLI::App& app, int& status) {
                                                 {"ikute", Format::IKUTE},
                                                 {"zuzenlex", Format::ZUZENLEX}};
     command
-        ->add_option("--format", arguments->format,
-                     "multext (default), cg3, ikute (the last problem word of each sentence) or "
-                     "zuzenlex (a verdict for each word)")
+        ->add_option(
+            "--format", arguments->format,
+            "multext (default), cg3, ikute (the last problem word of each sentence) or "
+            "zuzenlex (a verdict for each word)")
         ->transform(CLI::CheckedTransformer(formats).description(""))
         ->type_name("NAME");
-    command->add_flag("--values", arguments->values,
-                      "with multext and cg3: also source, better form and form to use instead");
+    command->add_flag(
+        "--values", arguments->values,
+        "with multext and cg3: also source, better form and form to use instead");
     add_paragraph_options(*command, arguments->paragraphs, arguments->files);
     command->footer(
         "docs/outputs.md describes the formats. Paragraphs are numbered from 1.\n"
-        "Exit status: 0 done; 1 done, but lines could not be read; 2 wrong usage, or a file "
+        "Exit status: 0 done; 1 done, but lines could not be read; 2 wrong usage, or a "
+        "file "
         "that can't be used.\n\n"
         "Examples:\n"
         "  printf 'Kaixo, mundua!\\n' | lemara analyze\n"

@@ -22,8 +22,8 @@ bool begins(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
-/// True if a token of the mark-up is unknown or has a better form. Nothing in the mark-up is
-/// escaped, but no token begins a line, so lines can be told apart.
+/// True if a token of the mark-up is unknown or has a better form. Nothing in the mark-up
+/// is escaped, but no token begins a line, so lines can be told apart.
 bool has_findings(std::string_view markup) {
     bool in_verdict = false;
     while (!markup.empty()) {
@@ -39,7 +39,8 @@ bool has_findings(std::string_view markup) {
 
 int check(const CheckArguments& arguments) {
     Session session(arguments.engine);
-    TextReader reader(arguments.files, arguments.engine.encoding, arguments.paragraphs, message);
+    TextReader reader(arguments.files, arguments.engine.encoding, arguments.paragraphs,
+                      message);
     bool findings = false;
     for (Piece piece; reader.next(piece);) {
         if (!piece.usable) {
@@ -67,7 +68,8 @@ void add_check(CLI::App& app, int& status) {
     add_paragraph_options(*command, arguments->paragraphs, arguments->files);
     command->footer(
         "Writes a verdict for each word, as mark-up; docs/outputs.md describes it.\n"
-        "Exit status: 0 all is right; 1 unknown words, better forms, or lines that could not "
+        "Exit status: 0 all is right; 1 unknown words, better forms, or lines that could "
+        "not "
         "be read;\n2 wrong usage, or a file that can't be used.\n\n"
         "Examples:\n"
         "  lemara check letter.txt\n"

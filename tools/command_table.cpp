@@ -16,7 +16,8 @@ namespace lemara::tools {
 
 namespace {
 
-constexpr std::size_t MOST_REFUSALS = 20;  // told for one file; a bad symbol is on many arcs
+constexpr std::size_t MOST_REFUSALS =
+    20;  // told for one file; a bad symbol is on many arcs
 
 struct ConvertArguments {
     std::string in, out;
@@ -39,8 +40,7 @@ void tell_refusals(const std::string& file, const std::vector<Refusal>& refusals
 }
 
 int convert(const ConvertArguments& arguments) {
-    const Conversion result =
-        table_from_att(read_file(arguments.in), arguments.options);
+    const Conversion result = table_from_att(read_file(arguments.in), arguments.options);
     if (!result.refusals.empty()) {
         tell_refusals(arguments.in, result.refusals);
         return FAILED;
@@ -117,14 +117,17 @@ void add_convert(CLI::App& table, int& status) {
         table.add_subcommand("convert", "Write a network in AT&T text as a table");
     auto arguments = std::make_shared<ConvertArguments>();
     command
-        ->add_option("IN", arguments->in,
-                     "AT&T text in UTF-8, as foma's \"write att\" gives it; - for standard input")
+        ->add_option(
+            "IN", arguments->in,
+            "AT&T text in UTF-8, as foma's \"write att\" gives it; - for standard input")
         ->required();
     command
-        ->add_option("-o,--output", arguments->out, "the table to write; - for standard output")
+        ->add_option("-o,--output", arguments->out,
+                     "the table to write; - for standard output")
         ->required();
-    command->add_flag("--lower", arguments->options.lower,
-                      "lower the capitals of the lower side; without it they are refused");
+    command->add_flag(
+        "--lower", arguments->options.lower,
+        "lower the capitals of the lower side; without it they are refused");
     command->footer(
         "Exit status: 0 written; 2 refused, or a file that can't be used.\n\n"
         "Examples:\n"
@@ -152,11 +155,12 @@ void add_table(CLI::App& app, int& status) {
         "  lemara table convert --lower words.att -o words.sare\n"
         "  lemara table check words.sare");
     add_convert(*table, status);
-    add_files_command(*table, status, "check", "List every defect of a table with its line",
-                      "Exit status: 0 no defect; 1 defects; 2 a file that can't be used.\n\n"
-                      "Example:\n"
-                      "  lemara table check eumorfo.sare hp.sare",
-                      check);
+    add_files_command(
+        *table, status, "check", "List every defect of a table with its line",
+        "Exit status: 0 no defect; 1 defects; 2 a file that can't be used.\n\n"
+        "Example:\n"
+        "  lemara table check eumorfo.sare hp.sare",
+        check);
     add_files_command(*table, status, "stats", "Tell the size of a table",
                       "Exit status: 0 told; 2 a file that can't be used.\n\n"
                       "Example:\n"

@@ -15,8 +15,8 @@ namespace {
 struct WordArguments {
     EngineArguments engine;
     std::vector<std::string> words;
-    std::string tag;       // generate
-    bool flag = false;     // valid --deep, lookup --all
+    std::string lemma, tag;  // generate
+    bool flag = false;       // valid --deep, lookup --all
 };
 
 /// Strings in their order, each once.
@@ -31,11 +31,12 @@ private:
 int judge(const WordArguments& arguments) {
     Session session(arguments.engine);
     bool all_valid = true;
-    const bool all_read = session.for_each_word(arguments.words, [&](const std::string& word) {
-        const bool valid = session.engine().isValid(word, arguments.flag);
-        all_valid = all_valid && valid;
-        session.write(word + (valid ? "\tvalid\n" : "\tunknown\n"));
-    });
+    const bool all_read =
+        session.for_each_word(arguments.words, [&](const std::string& word) {
+            const bool valid = session.engine().isValid(word, arguments.flag);
+            all_valid = all_valid && valid;
+            session.write(word + (valid ? "\tvalid\n" : "\tunknown\n"));
+        });
     session.flush();
     return all_valid && all_read ? DONE : FINDINGS;
 }
@@ -43,15 +44,17 @@ int judge(const WordArguments& arguments) {
 int suggest(const WordArguments& arguments) {
     Session session(arguments.engine);
     bool all_helped = true;
-    const bool all_read = session.for_each_word(arguments.words, [&](const std::string& word) {
-        std::string line = word;
-        Unrepeated unrepeated;
-        for (const std::string& proposal : session.engine().lortu_ezzg_proposamenak(word)) {
-            if (unrepeated.add(proposal)) line += '\t' + proposal;
-        }
-        all_helped = all_helped && line != word;
-        session.write(line + '\n');
-    });
+    const bool all_read =
+        session.for_each_word(arguments.words, [&](const std::string& word) {
+            std::string line = word;
+            Unrepeated unrepeated;
+            for (const std::string& proposal :
+                 session.engine().lortu_ezzg_proposamenak(word)) {
+                if (unrepeated.add(proposal)) line += '\t' + proposal;
+            }
+            all_helped = all_helped && line != word;
+            session.write(line + '\n');
+        });
     session.flush();
     return all_helped && all_read ? DONE : FINDINGS;
 }
@@ -74,8 +77,8 @@ std::string in_brackets(const std::string& tag) {
 int generate(const WordArguments& arguments) {
     Session session(arguments.engine);
     bool all_found = true;
-    const bool all_read = session.for_each_word(
-        {arguments.words.front()}, [&](const std::string& lemma) {
+    const bool all_read =
+        session.for_each_word({arguments.lemma}, [&](const std::string& lemma) {
             const auto forms =
                 session.engine().sortuFormak(lemma, in_brackets(arguments.tag));
             all_found = write_forms(session, forms) && all_found;
@@ -114,7 +117,8 @@ void add_valid(CLI::App& app, int& status) {
     command->add_option("WORD", arguments->words, WORDS);
     command->footer(
         "Writes each word, a TAB, and \"valid\" or \"unknown\".\n"
-        "Exit status: 0 all are valid; 1 some are not; 2 wrong usage, or a file that can't be "
+        "Exit status: 0 all are valid; 1 some are not; 2 wrong usage, or a file that "
+        "can't be "
         "used.\n\n"
         "Examples:\n"
         "  lemara valid etxea etxxea\n"
@@ -123,12 +127,14 @@ void add_valid(CLI::App& app, int& status) {
 }
 
 void add_suggest(CLI::App& app, int& status) {
-    CLI::App* command = app.add_subcommand("suggest", "Propose right words for wrong ones");
+    CLI::App* command =
+        app.add_subcommand("suggest", "Propose right words for wrong ones");
     auto arguments = arguments_for(*command);
     command->add_option("WORD", arguments->words, WORDS);
     command->footer(
         "Writes each word and its proposals, best first, with TABs between them.\n"
-        "Exit status: 0 each word has a proposal; 1 some have none; 2 wrong usage, or a file "
+        "Exit status: 0 each word has a proposal; 1 some have none; 2 wrong usage, or a "
+        "file "
         "that can't be used.\n\n"
         "Example:\n"
         "  lemara suggest etxxea");
@@ -138,17 +144,20 @@ void add_suggest(CLI::App& app, int& status) {
 void add_generate(CLI::App& app, int& status) {
     CLI::App* command = app.add_subcommand("generate", "Write the forms of a word");
     auto arguments = arguments_for(*command);
-    command->add_option("LEMMA", arguments->words, "the word; - for the lines of standard input")
-        ->required()
-        ->expected(1);
     command
-        ->add_option("TAG", arguments->tag,
-                     "a tag that the forms carry, as IZE; for a word that the lexicon lacks its "
-                     "class: ARR, IZO, ADI, PIB, LIB or IZB")
+        ->add_option("LEMMA", arguments->lemma,
+                     "the word; - for the lines of standard input")
+        ->required();
+    command
+        ->add_option(
+            "TAG", arguments->tag,
+            "a tag that the forms carry, as IZE; for a word that the lexicon lacks its "
+            "class: ARR, IZO, ADI, PIB, LIB or IZB")
         ->required();
     command->footer(
         "Writes each form, a TAB, and its analysis.\n"
-        "Exit status: 0 done; 1 there is no such form; 2 wrong usage, or a file that can't be "
+        "Exit status: 0 done; 1 there is no such form; 2 wrong usage, or a file that "
+        "can't be "
         "used.\n\n"
         "Examples:\n"
         "  lemara generate etxe IZE\n"
@@ -164,9 +173,11 @@ void add_lookup(CLI::App& app, int& status) {
                       "also entries that are not to be written as they stand");
     command->add_option("PREFIX", arguments->words, WORDS);
     command->footer(
-        "Writes each entry's form, a TAB, and its lemma and first tag. A blank at the end of "
+        "Writes each entry's form, a TAB, and its lemma and first tag. A blank at the "
+        "end of "
         "PREFIX asks for\nmulti-word entries that begin with that word.\n"
-        "Exit status: 0 done; 1 there is no such entry; 2 wrong usage, or a file that can't be "
+        "Exit status: 0 done; 1 there is no such entry; 2 wrong usage, or a file that "
+        "can't be "
         "used.\n\n"
         "Examples:\n"
         "  lemara lookup etxeko\n"

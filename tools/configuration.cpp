@@ -27,8 +27,8 @@ std::string at(const std::string& path, std::size_t line) {
 }
 
 bool is_comment(std::string_view line) {
-    return line.empty() || line.substr(0, 2) == "//" || line[0] == ' ' || line[0] == '\t' ||
-           line[0] == '\r';
+    return line.empty() || line.substr(0, 2) == "//" || line[0] == ' ' ||
+           line[0] == '\t' || line[0] == '\r';
 }
 
 std::string key_of(std::string_view path) {
@@ -47,8 +47,9 @@ void require_no_nul(const std::string& path, std::string_view text) {
 ListedTable read_entry(std::string_view line, const std::string& folder,
                        const std::string& place, std::size_t number) {
     const std::string name(line);
-    const std::filesystem::path path =
-        folder.empty() ? std::filesystem::path(name) : std::filesystem::path(folder) / name;
+    const std::filesystem::path path = folder.empty()
+                                           ? std::filesystem::path(name)
+                                           : std::filesystem::path(folder) / name;
     std::error_code error;
     if (!std::filesystem::exists(path, error)) {
         throw Failure(place + "no such table: " + printable(name) + " (looked for in " +
@@ -57,7 +58,8 @@ ListedTable read_entry(std::string_view line, const std::string& folder,
     const std::size_t slash = name.rfind('/');
     const std::string base = slash == name.npos ? name : name.substr(slash + 1);
     if (std::min(base.find('.'), base.size()) < 2) {
-        throw Failure(place + "the name of a table needs two characters before its first dot: " +
+        throw Failure(place +
+                      "the name of a table needs two characters before its first dot: " +
                       printable(name));
     }
     return {key_of(name), path.string(), number};
@@ -79,15 +81,18 @@ void require_table(const ListedTable& table, const std::string& place) {
 /// Why the library ends the load at this line; empty if it doesn't.
 std::string why_unusable(std::string_view tag) {
     if (tag.empty()) return "no class tag behind the word";
-    if (tag.front() != '<') return "the class tag \"" + printable(utf8_from_latin1(tag)) +
-                                   "\" doesn't begin with \"<\"";
+    if (tag.front() != '<')
+        return "the class tag \"" + printable(utf8_from_latin1(tag)) +
+               "\" doesn't begin with \"<\"";
     return "";
 }
 
 /// Why the library passes over this line; empty if it doesn't.
 std::string why_passed_over(std::string_view word, std::string_view tag) {
-    if (tag.back() == '\r') return "a carriage return behind the class tag; line passed over";
-    if (tag.back() != '>') return "the class tag doesn't end with \">\"; line passed over";
+    if (tag.back() == '\r')
+        return "a carriage return behind the class tag; line passed over";
+    if (tag.back() != '>')
+        return "the class tag doesn't end with \">\"; line passed over";
     if (word.size() < 2) return "a word needs two letters; line passed over";
     return "";
 }
@@ -103,16 +108,16 @@ std::vector<ListedTable> read_configuration(const std::string& path,
         if (is_comment(line)) return;
         const std::string place = at(path, number);
         if (tables.size() == MOST_TABLES) {
-            throw Failure(place + "too many tables; at most " + std::to_string(MOST_TABLES) +
-                          " are loaded");
+            throw Failure(place + "too many tables; at most " +
+                          std::to_string(MOST_TABLES) + " are loaded");
         }
         if (line.back() == '\r') line.remove_suffix(1);
         tables.push_back(read_entry(line, folder, place, number));
         require_table(tables.back(), place);
     });
-    const bool has_main = std::any_of(tables.begin(), tables.end(), [](const ListedTable& t) {
-        return t.key == "eumorfo";
-    });
+    const bool has_main =
+        std::any_of(tables.begin(), tables.end(),
+                    [](const ListedTable& t) { return t.key == "eumorfo"; });
     if (has_main) return tables;
     throw Failure("no network \"eumorfo\"; list a table with that file name in " + path);
 }
@@ -124,8 +129,9 @@ std::vector<std::string> check_dictionary(const std::string& path) {
         return static_cast<unsigned char>(c) < 0x80;
     });
     if (!ascii && find_invalid_utf8(text) == std::string::npos) {
-        throw Failure(path + ": is UTF-8 and must be Latin-1; iconv -f utf-8 -t latin1 "
-                             "makes it so");
+        throw Failure(path +
+                      ": is UTF-8 and must be Latin-1; iconv -f utf-8 -t latin1 "
+                      "makes it so");
     }
     std::vector<std::string> notes;
     for_each_line(text, [&](std::string_view line, std::size_t number) {
@@ -134,8 +140,9 @@ std::vector<std::string> check_dictionary(const std::string& path) {
         std::string_view tag = line.substr(std::min(end + 1, line.size()));
         tag = tag.substr(0, tag.find('\t'));
         if (const std::string why = why_unusable(tag); !why.empty()) {
-            throw Failure(at(path, number) + why + "; a line is WORD, TAB, CLASS, as in "
-                                                   "\"etxe\", TAB, \"<ARR>\"");
+            throw Failure(at(path, number) + why +
+                          "; a line is WORD, TAB, CLASS, as in "
+                          "\"etxe\", TAB, \"<ARR>\"");
         }
         const std::string why = why_passed_over(line.substr(0, end), tag);
         if (!why.empty()) notes.push_back(at(path, number) + why);

@@ -21,11 +21,13 @@ std::string default_configuration() {
     const std::filesystem::path here =
         std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     for (const char* folder : DEFAULT_FOLDERS) {
-        const std::filesystem::path path = (here / folder / DEFAULT_NAME).lexically_normal();
+        const std::filesystem::path path =
+            (here / folder / DEFAULT_NAME).lexically_normal();
         if (std::filesystem::exists(path, error)) return path.string();
     }
-    throw Failure(std::string("no tables: neither installed nor built with this command; name "
-                              "a configuration with --config"));
+    throw Failure(
+        std::string("no tables: neither installed nor built with this command; name "
+                    "a configuration with --config"));
 }
 
 std::vector<ListedTable> find_tables(const std::string& configuration) {
@@ -37,7 +39,8 @@ std::vector<ListedTable> find_tables(const std::string& configuration) {
 
 void load_networks(Lemara& engine, const std::vector<ListedTable>& tables) {
     for (const ListedTable& table : tables) {
-        auto network = std::make_unique<Sarea>(table.key, table.path, new Taula(table.path));
+        auto network =
+            std::make_unique<Sarea>(table.key, table.path, new Taula(table.path));
         Sarea*& slot = engine.sareak[table.key];
         delete slot;  // a later network of the same key replaces an earlier one
         slot = network.release();
@@ -47,10 +50,12 @@ void load_networks(Lemara& engine, const std::vector<ListedTable>& tables) {
 }  // namespace
 
 void add_engine_options(CLI::App& command, EngineArguments& arguments) {
-    command.add_option("--config", arguments.configuration,
-                       "configuration file that lists the tables, one a line; without it the "
-                       "tables that came with lemara");
-    command.add_option("--dictionary", arguments.dictionary, "personal dictionary, in Latin-1");
+    command.add_option(
+        "--config", arguments.configuration,
+        "configuration file that lists the tables, one a line; without it the "
+        "tables that came with lemara");
+    command.add_option("--dictionary", arguments.dictionary,
+                       "personal dictionary, in Latin-1");
     const std::map<std::string, Encoding> encodings{{"utf-8", Encoding::UTF_8},
                                                     {"latin-1", Encoding::LATIN_1}};
     command
@@ -65,9 +70,10 @@ void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
     const std::map<std::string, Paragraphs> ends{{"lines", Paragraphs::LINES},
                                                  {"blank", Paragraphs::BLANK}};
     command
-        .add_option("--paragraphs", paragraphs,
-                    "what a paragraph is: lines (default; each line is one) or blank (blank "
-                    "lines stand between them)")
+        .add_option(
+            "--paragraphs", paragraphs,
+            "what a paragraph is: lines (default; each line is one) or blank (blank "
+            "lines stand between them)")
         ->transform(CLI::CheckedTransformer(ends).description(""))
         ->type_name("NAME");
     command.add_option("FILE", files, "text files; - or none for standard input");
@@ -76,7 +82,8 @@ void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
 Session::Session(const EngineArguments& arguments) : encoding_(arguments.encoding) {
     const std::vector<ListedTable> tables = find_tables(arguments.configuration);
     if (!arguments.dictionary.empty()) {
-        for (const std::string& note : check_dictionary(arguments.dictionary)) message(note);
+        for (const std::string& note : check_dictionary(arguments.dictionary))
+            message(note);
     }
     engine_ = std::make_unique<Lemara>();
     load_networks(*engine_, tables);
@@ -86,8 +93,9 @@ Session::Session(const EngineArguments& arguments) : encoding_(arguments.encodin
                                      ? new HiztegiPertsonala()
                                      : new HiztegiPertsonala(arguments.dictionary);
     if (!arguments.dictionary.empty() && network("hp") == nullptr) {
-        throw Failure("no network \"hp\", which a personal dictionary needs; list a table with "
-                      "that file name in the configuration");
+        throw Failure(
+            "no network \"hp\", which a personal dictionary needs; list a table with "
+            "that file name in the configuration");
     }
 }
 
@@ -96,7 +104,8 @@ const Sarea* Session::network(const std::string& key) const {
     return found == engine_->sareak.end() ? nullptr : found->second;
 }
 
-bool Session::decode(const std::string& place, const std::string& typed, std::string& word) {
+bool Session::decode(const std::string& place, const std::string& typed,
+                     std::string& word) {
     std::string complaint;
     std::optional<std::string> latin1 = decoded(typed, encoding_, complaint);
     if (!complaint.empty()) {

@@ -34,8 +34,8 @@ void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
 /// reaches the results.
 class Session {
 public:
-    /// Errors: Failure, before the library is asked, for a configuration, table or dictionary
-    /// that it could not use.
+    /// Errors: Failure, before the library is asked, for a configuration, table or
+    /// dictionary that it could not use.
     explicit Session(const EngineArguments& arguments);
 
     const Lemara& engine() const { return *engine_; }
@@ -59,7 +59,8 @@ public:
     Encoding encoding() const { return encoding_; }
 
     /// The words of the command line; "-" or none stands for the lines of standard input.
-    /// Calls `judge` with each word as typed and for the engine. True if all could be read.
+    /// Calls `judge` with each word as typed and for the engine. True if all could be
+    /// read.
     template <class Judge>
     bool for_each_word(const std::vector<std::string>& words, Judge judge);
 

@@ -68,8 +68,8 @@ void replace_file(const std::string& path, std::string_view bytes, mode_t mode) 
     Descriptor file(::mkstemp(name.data()));
     if (file.number() < 0) fail(path, "cannot write");
     const bool written = write_all(file.number(), bytes) &&
-                         ::fchmod(file.number(), mode) == 0 && ::fsync(file.number()) == 0 &&
-                         ::close(file.release()) == 0 &&
+                         ::fchmod(file.number(), mode) == 0 &&
+                         ::fsync(file.number()) == 0 && ::close(file.release()) == 0 &&
                          ::rename(name.c_str(), path.c_str()) == 0;
     if (written) return;
     const int error = errno;
@@ -166,7 +166,8 @@ void write_file(const std::string& path, std::string_view bytes) {
     if (exists && S_ISDIR(status.st_mode)) throw Failure(path + ": is a directory");
     if (exists && !S_ISREG(status.st_mode)) {
         const Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-        if (file.number() < 0 || !write_all(file.number(), bytes)) fail(path, "cannot write");
+        if (file.number() < 0 || !write_all(file.number(), bytes))
+            fail(path, "cannot write");
         return;
     }
     std::error_code no_link;

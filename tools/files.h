@@ -14,8 +14,8 @@ std::string shown_file(const std::string& path);
 constexpr std::size_t LARGEST_FILE = std::size_t{1} << 31;  // bytes that read_file takes
 
 /// The bytes of a file; of standard input for "-".
-/// Errors: Failure "PATH: cannot open: REASON", "PATH: is a directory", "PATH: cannot read:
-/// REASON", and for a file of more than LARGEST_FILE bytes.
+/// Errors: Failure "PATH: cannot open: REASON", "PATH: is a directory", "PATH: cannot
+/// read: REASON", and for a file of more than LARGEST_FILE bytes.
 std::string read_file(const std::string& path);
 
 /// The first bytes of a file, `most` or less. Errors: as read_file.
@@ -48,9 +48,9 @@ private:
 };
 
 /// Writes a file whole or not at all: a new file takes the place of an old one when it is
-/// complete, with the mode of the old one. What isn't a regular file (a device, a pipe) is
-/// written as it is. A link keeps its target.
-/// Errors: Failure "PATH: cannot write: REASON".
+/// complete, with the mode of the old one. What isn't a regular file (a device, a pipe)
+/// is written as it is. A link keeps its target. Errors: Failure "PATH: cannot write:
+/// REASON".
 void write_file(const std::string& path, std::string_view bytes);
 
 /// Writes all bytes to a descriptor; false, with errno, if that fails.

@@ -7,7 +7,8 @@ namespace lemara::tools {
 ArcIndex::ArcIndex(std::size_t states, const std::vector<std::uint32_t>& sources)
     : first_(states + 1, 0), arcs_(sources.size() + 1) {
     for (const std::uint32_t source : sources) ++first_[source + 1];
-    for (std::size_t state = 0; state < states; ++state) first_[state + 1] += first_[state];
+    for (std::size_t state = 0; state < states; ++state)
+        first_[state + 1] += first_[state];
     std::vector<std::size_t> next(first_.begin(), first_.end() - 1);
     for (std::size_t arc = 0; arc < sources.size(); ++arc) {
         arcs_[next[sources[arc]]++] = static_cast<std::uint32_t>(arc);
@@ -29,7 +30,8 @@ std::vector<bool> reachable(const std::vector<std::uint32_t>& starts,
     while (!open.empty()) {
         const std::uint32_t state = open.back();
         open.pop_back();
-        for (const auto* arc = by_source.begin(state); arc != by_source.end(state); ++arc) {
+        for (const auto* arc = by_source.begin(state); arc != by_source.end(state);
+             ++arc) {
             enter(targets[*arc]);
         }
     }
@@ -43,7 +45,8 @@ std::vector<std::uint32_t> components(std::size_t states, const ArcIndex& by_sou
         std::uint32_t state;
         const std::uint32_t* next;  // the arc to look at
     };
-    std::vector<std::uint32_t> order(states, UNSEEN), low(states, 0), component(states, 0);
+    std::vector<std::uint32_t> order(states, UNSEEN), low(states, 0),
+        component(states, 0);
     std::vector<bool> open(states, false);
     std::vector<std::uint32_t> path;
     std::vector<Frame> calls;

@@ -27,8 +27,8 @@ std::string full_name(const CLI::App& command) {
                              : full_name(*parent) + ' ' + command.get_name();
 }
 
-/// What is wrong with the command line. A word that nobody asked for explains more than what
-/// is missing because of it.
+/// What is wrong with the command line. A word that nobody asked for explains more than
+/// what is missing because of it.
 std::string complaint(const CLI::App& command, const CLI::ParseError& error) {
     const auto rest = command.remaining(true);
     if (rest.empty()) return error.what();
@@ -63,10 +63,12 @@ int tell_usage(const CLI::App& app, const CLI::ParseError& error) {
 int run(int count, char** arguments) {
     int status = DONE;
     CLI::App app("Checks, analyses and inflects Basque text.", "lemara");
-    app.set_version_flag("--version", "lemara " LEMARA_VERSION, "Print the version and exit");
+    app.set_version_flag("--version", "lemara " LEMARA_VERSION,
+                         "Print the version and exit");
     app.require_subcommand(1);
     app.footer(
-        "Exit status: 0 done; 1 done, with findings; 2 wrong usage, or a file that can't be "
+        "Exit status: 0 done; 1 done, with findings; 2 wrong usage, or a file that can't "
+        "be "
         "used.\n\n"
         "\"lemara COMMAND --help\" tells more of each command.\n\n"
         "Examples:\n"

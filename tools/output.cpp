@@ -59,12 +59,13 @@ std::string EngineOutput::take() {
     std::cout.flush();
     std::fflush(stdout);
     const off_t size = ::lseek(buffer_, 0, SEEK_CUR);
-    if (size < 0 || !std::cout.good() || std::ferror(stdout) != 0) fail("cannot use a buffer");
+    if (size < 0 || !std::cout.good() || std::ferror(stdout) != 0)
+        fail("cannot use a buffer");
     std::string text(static_cast<std::size_t>(size), '\0');
     std::size_t got = 0;
     while (got < text.size()) {
-        const ssize_t more =
-            ::pread(buffer_, text.data() + got, text.size() - got, static_cast<off_t>(got));
+        const ssize_t more = ::pread(buffer_, text.data() + got, text.size() - got,
+                                     static_cast<off_t>(got));
         if (more < 0 && errno == EINTR) continue;
         if (more <= 0) fail("cannot use a buffer");
         got += static_cast<std::size_t>(more);

@@ -1,5 +1,5 @@
-// The two channels of a tool: results on standard output, everything else on standard error.
-// Tests: tests/tools/command_line_test.py.
+// The two channels of a tool: results on standard output, everything else on standard
+// error. Tests: tests/tools/command_line_test.py.
 #pragma once
 
 #include <cstddef>
@@ -25,8 +25,8 @@ private:
     std::string waiting_;
 };
 
-/// Keeps what the engine writes to standard output out of the results: from now on standard
-/// output is a buffer in memory. Make it behind Results, one in a process.
+/// Keeps what the engine writes to standard output out of the results: from now on
+/// standard output is a buffer in memory. Make it behind Results, one in a process.
 class EngineOutput {
 public:
     EngineOutput();

@@ -43,8 +43,9 @@ std::vector<std::string> defects_of_pair(const SymbolPair& pair) {
                         "; words are lowered before they are compared");
     }
     if (pair.lower == EPSILON) {
-        found.push_back("\"<>\" with no colon stands for itself on both sides; an empty "
-                        "lower symbol is written UPPER:<>");
+        found.push_back(
+            "\"<>\" with no colon stands for itself on both sides; an empty "
+            "lower symbol is written UPPER:<>");
     }
     for (const std::string_view symbol : {pair.upper, pair.lower}) {
         if (looks_like_utf8(symbol)) {
@@ -65,15 +66,18 @@ enum Place : unsigned { TEXT, TAG, BRACKET, KEY, GROUP, BEHIND_GROUP, PLACES };
 
 Place step(Place place, char c) {
     switch (place) {
-        case TAG: return c == '>' ? TEXT : TAG;
-        case GROUP: return c == ']' ? BEHIND_GROUP : GROUP;
+        case TAG:
+            return c == '>' ? TEXT : TAG;
+        case GROUP:
+            return c == ']' ? BEHIND_GROUP : GROUP;
         case BRACKET:
             if (c >= 'a' && c <= 'z') return KEY;
             break;
         case KEY:
             if (c == '=') return GROUP;
             break;
-        default: break;
+        default:
+            break;
     }
     return c == '<' ? TAG : c == '[' ? BRACKET : TEXT;
 }
@@ -117,9 +121,10 @@ public:
         check_ways();
         check_cycles();
         check_ends();
-        std::stable_sort(found_.begin(), found_.end(), [](const Defect& a, const Defect& b) {
-            return std::tie(a.line, a.text) < std::tie(b.line, b.text);
-        });
+        std::stable_sort(found_.begin(), found_.end(),
+                         [](const Defect& a, const Defect& b) {
+                             return std::tie(a.line, a.text) < std::tie(b.line, b.text);
+                         });
         return std::move(found_);
     }
 
@@ -148,14 +153,15 @@ private:
         const std::string count = std::to_string(last + 1);
         std::uint64_t highest = 0;
         for (const TableArc& arc : table_.arcs) {
-            highest = std::max({highest, table_.names[arc.source], table_.names[arc.target]});
+            highest =
+                std::max({highest, table_.names[arc.source], table_.names[arc.target]});
             if (table_.names[arc.target] > last) {
-                add(arc.line, "the target " + name(arc.target) + " is outside the count of " +
-                                  count + " states");
+                add(arc.line, "the target " + name(arc.target) +
+                                  " is outside the count of " + count + " states");
             }
             if (table_.names[arc.source] > last) {
-                add(arc.line, "the source " + name(arc.source) + " is outside the count of " +
-                                  count + " states");
+                add(arc.line, "the source " + name(arc.source) +
+                                  " is outside the count of " + count + " states");
             }
         }
         for (const TableFinal& final : table_.finals) {
@@ -174,7 +180,8 @@ private:
 
     void check_pairs() {
         std::vector<std::vector<std::string>> defects;
-        for (const SymbolPair& pair : table_.pairs) defects.push_back(defects_of_pair(pair));
+        for (const SymbolPair& pair : table_.pairs)
+            defects.push_back(defects_of_pair(pair));
         for (const TableArc& arc : table_.arcs) {
             for (const std::string& text : defects[arc.pair]) add(arc.line, text);
         }
@@ -233,7 +240,8 @@ private:
         const std::vector<uint32_t> lines = first_lines();
         for (uint32_t state = 1; state < states(); ++state) {
             if (!reached[state]) {
-                add(lines[state], "state " + name(state) + " can't be reached from state 0");
+                add(lines[state],
+                    "state " + name(state) + " can't be reached from state 0");
             } else if (!alive[state] && alive[0]) {
                 add(lines[state], "no word ends behind state " + name(state));
             }
@@ -269,7 +277,8 @@ private:
         while (!open.empty()) {
             const auto [state, place] = open.back();
             open.pop_back();
-            for (const auto* at = by_source.begin(state); at != by_source.end(state); ++at) {
+            for (const auto* at = by_source.begin(state); at != by_source.end(state);
+                 ++at) {
                 const TableArc& arc = table_.arcs[*at];
                 enter(arc.target, read_symbol(place, table_.pairs[arc.pair].upper).place);
             }
@@ -326,7 +335,8 @@ void measure_paths(const TableText& table, TableStats& stats) {
     }
     const ArcIndex by_source(states, sources);
     const std::vector<bool> reached = reachable({0}, by_source, targets, states);
-    std::vector<uint32_t> waiting(states, 0);  // arcs into a state that are not yet walked
+    std::vector<uint32_t> waiting(states,
+                                  0);  // arcs into a state that are not yet walked
     for (const TableArc& arc : table.arcs) {
         if (reached[arc.source]) ++waiting[arc.target];
     }
@@ -364,13 +374,15 @@ void measure_paths(const TableText& table, TableStats& stats) {
             if (--waiting[arc.target] == 0) open.push_back(arc.target);
         }
     }
-    stats.finite = walked == static_cast<size_t>(
-                                 std::count(reached.begin(), reached.end(), true));
+    stats.finite =
+        walked == static_cast<size_t>(std::count(reached.begin(), reached.end(), true));
 }
 
 }  // namespace
 
-std::vector<Defect> check_table(std::string_view table) { return TableCheck(table).run(); }
+std::vector<Defect> check_table(std::string_view table) {
+    return TableCheck(table).run();
+}
 
 TableStats table_stats(std::string_view text) {
     const TableText table(text);

@@ -27,14 +27,14 @@ TableText::TableText(std::string_view text) {
         longest_line = std::max(longest_line, record.size());
         read_line(record);
     }
-    if (unended) reject("no line feed at the end; the enciphered form would lose this line");
+    if (unended)
+        reject("no line feed at the end; the enciphered form would lose this line");
 }
 
 void TableText::read_line(std::string_view record) {
     if (record.size() > LONGEST_RECORD) {
         reject("the line has " + std::to_string(record.size()) +
-               " bytes; the loader takes " +
-               std::to_string(LONGEST_RECORD));
+               " bytes; the loader takes " + std::to_string(LONGEST_RECORD));
     }
     if (record.find('\0') != record.npos) {
         reject("a NUL byte ends the line for the loader");
@@ -62,9 +62,11 @@ void TableText::read_final(std::string_view number) {
 
 void TableText::read_arc(std::string_view record) {
     const std::size_t first = record.find('\t');
-    const std::size_t second = first == record.npos ? first : record.find('\t', first + 1);
+    const std::size_t second =
+        first == record.npos ? first : record.find('\t', first + 1);
     if (second == record.npos) {
-        return reject("not a record: an arc is SOURCE, SYMBOLS, TARGET with a TAB between them");
+        return reject(
+            "not a record: an arc is SOURCE, SYMBOLS, TARGET with a TAB between them");
     }
     std::uint64_t source = 0, target = 0;
     const std::string_view field = record.substr(first + 1, second - first - 1);
@@ -76,22 +78,26 @@ void TableText::read_arc(std::string_view record) {
     arcs.push_back({from, to, pair_of(field), static_cast<std::uint32_t>(lines)});
 }
 
-bool TableText::read_state(std::string_view text, const char* what, std::uint64_t& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+bool TableText::read_state(std::string_view text, const char* what,
+                           std::uint64_t& number) {
+    const auto [end, error] =
+        std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) {
-        reject(std::string("bad number for the ") + what + ": \"" + printable(text) + '"');
+        reject(std::string("bad number for the ") + what + ": \"" + printable(text) +
+               '"');
         return false;
     }
     if (number > HIGHEST_STATE) {
-        reject(std::string("the number of the ") + what + " is too high: " +
-               std::string(text));
+        reject(std::string("the number of the ") + what +
+               " is too high: " + std::string(text));
         return false;
     }
     return true;
 }
 
 std::uint32_t TableText::state_of(std::uint64_t name) {
-    const auto [at, is_new] = states_.emplace(name, static_cast<std::uint32_t>(names.size()));
+    const auto [at, is_new] =
+        states_.emplace(name, static_cast<std::uint32_t>(names.size()));
     if (is_new) names.push_back(name);
     return at->second;
 }
@@ -108,6 +114,8 @@ void TableText::count(std::uint64_t name) {
     last_counted_line = lines;
 }
 
-void TableText::reject(std::string text) { bad_lines.push_back({lines, std::move(text)}); }
+void TableText::reject(std::string text) {
+    bad_lines.push_back({lines, std::move(text)});
+}
 
 }  // namespace lemara::tools

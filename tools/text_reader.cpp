@@ -8,7 +8,9 @@ namespace lemara::tools {
 
 namespace {
 
-bool is_blank(const std::string& line) { return line.find_first_not_of(" \t\r") == line.npos; }
+bool is_blank(const std::string& line) {
+    return line.find_first_not_of(" \t\r") == line.npos;
+}
 
 std::string told(char32_t character) {
     char number[16];

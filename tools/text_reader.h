@@ -1,5 +1,5 @@
 // Text from files, line by line or paragraph by paragraph, in the engine's encoding.
-// Tests: tests/tools/text_reader_test.cpp.
+// Tests: tests/tools/command_line_test.py.
 #pragma once
 
 #include <functional>
@@ -17,12 +17,15 @@ enum class Encoding { UTF_8, LATIN_1 };
 /// Text of the engine's (Latin-1) as it is to be written.
 std::string encoded(const std::string& latin1, Encoding encoding);
 
-/// A word of the command line or of a line, as the engine reads it; nothing for text that is
-/// not UTF-8, and then, or if a character is lost, `complaint` tells why.
+/// A word of the command line or of a line, as the engine reads it; nothing for text that
+/// is not UTF-8, and then, or if a character is lost, `complaint` tells why.
 std::optional<std::string> decoded(const std::string& text, Encoding encoding,
                                    std::string& complaint);
 
-enum class Paragraphs { LINES, BLANK };  ///< what ends a paragraph: its line, or a blank line
+enum class Paragraphs {
+    LINES,
+    BLANK
+};  ///< what ends a paragraph: its line, or a blank line
 
 /// What stands in a text: a paragraph for the engine, or a line that it can't be given.
 struct Piece {
@@ -30,8 +33,9 @@ struct Piece {
     std::string text;  ///< Latin-1; as it stands in the file if it is not usable
 };
 
-/// The pieces of several files, one behind the other; of standard input if none is named. Lines that are empty or blank are no
-/// paragraphs. The lines of a longer paragraph are joined by a blank.
+/// The pieces of several files, one behind the other; of standard input if none is named.
+/// Lines that are empty or blank are no paragraphs. The lines of a longer paragraph are
+/// joined by a blank.
 class TextReader {
 public:
     using Complain = std::function<void(const std::string&)>;

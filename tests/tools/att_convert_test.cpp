@@ -25,7 +25,8 @@ const Case CASES[] = {
     {"a letter on both sides is written once", "0\t1\tk\tk\n1\n", "0\tk\t1\nfinal: 1\n"},
     {"a start that is final alone", "0\n", "final: 0\n"},
     {"upper epsilon is nothing", "0\t1\t@0@\tk\n1\n", "0\t:k\t1\nfinal: 1\n"},
-    {"lower epsilon is the marker", "0\t1\t<IZE>\t@0@\n1\n", "0\t<IZE>:<>\t1\nfinal: 1\n"},
+    {"lower epsilon is the marker", "0\t1\t<IZE>\t@0@\n1\n",
+     "0\t<IZE>:<>\t1\nfinal: 1\n"},
     {"epsilon on both sides", "0\t1\t@0@\t@0@\n1\n", "0\t:<>\t1\nfinal: 1\n"},
     {"the epsilon of HFST", "0\t1\t@_EPSILON_SYMBOL_@\ta\n1\n", "0\t:a\t1\nfinal: 1\n"},
     {"a blank", "0\t1\t \t \n1\n", "0\t \t1\nfinal: 1\n"},
@@ -36,7 +37,8 @@ const Case CASES[] = {
     {"a lone colon", "0\t1\t:\t:\n1\n", "0\t:\t1\nfinal: 1\n"},
     {"a lower colon alone", "0\t1\t@0@\t:\n1\n", "0\t::\t1\nfinal: 1\n"},
     {"a lower colon under another letter", "0\t1\ta\t:\n1\n", "0\ta::\t1\nfinal: 1\n"},
-    {"the marker as an upper symbol stands", "0\t1\t<>\ta\n1\n", "0\t<>:a\t1\nfinal: 1\n"},
+    {"the marker as an upper symbol stands", "0\t1\t<>\ta\n1\n",
+     "0\t<>:a\t1\nfinal: 1\n"},
     {"a tag on both sides", "0\t1\t<hp1>\t<hp1>\n1\n", "0\t<hp1>\t1\nfinal: 1\n"},
     {"UTF-8 becomes Latin-1", "0\t1\t\303\261\t\303\261\n1\n", "0\t\361\t1\nfinal: 1\n"},
     {"a final record is the first of its state", "0\t1\ta\ta\n1\t2\tb\tb\n1\n2\n",
@@ -45,16 +47,18 @@ const Case CASES[] = {
      "0\tb\t1\n0\ta\t2\nfinal: 1\nfinal: 2\n"},
     {"state 0 is the start wherever it stands", "7\t3\tb\tb\n0\t7\ta\ta\n3\n",
      "0\ta\t1\n1\tb\t2\nfinal: 2\n"},
-    {"what can't be reached goes", "0\t1\ta\ta\n5\t1\tb\tb\n1\n6\n", "0\ta\t1\nfinal: 1\n"},
+    {"what can't be reached goes", "0\t1\ta\ta\n5\t1\tb\tb\n1\n6\n",
+     "0\ta\t1\nfinal: 1\n"},
     {"what leads nowhere goes, whatever it says",
      "0\t1\ta\ta\n0\t2\t@_UNKNOWN_SYMBOL_@\tb\n2\t2\tc\t@0@\n1\n", "0\ta\t1\nfinal: 1\n"},
     {"a cycle with letters stays", "0\t0\ta\ta\n0\n", "final: 0\n0\ta\t0\n"},
     {"of equal arcs one stays", "0\t1\ta\ta\n0\t1\tb\tb\n0\t1\ta\ta\n1\n",
      "0\ta\t1\n0\tb\t1\nfinal: 1\n"},
-    {"huge numbers are just names", "0\t18446744073709551615\ta\ta\n18446744073709551615\n",
-     "0\ta\t1\nfinal: 1\n"},
+    {"huge numbers are just names",
+     "0\t18446744073709551615\ta\ta\n18446744073709551615\n", "0\ta\t1\nfinal: 1\n"},
     {"weights of zero", "0\t1\ta\ta\t0.000000\n1\t0.0\n", "0\ta\t1\nfinal: 1\n"},
-    {"line ends of Windows, and none at the end", "0\t1\ta\ta\r\n1", "0\ta\t1\nfinal: 1\n"},
+    {"line ends of Windows, and none at the end", "0\t1\ta\ta\r\n1",
+     "0\ta\t1\nfinal: 1\n"},
 };
 
 TEST(AttConvert, WritesATable) {
@@ -75,21 +79,26 @@ struct RefusedCase {
 
 const RefusedCase REFUSED[] = {
     {"identity", "0\t1\t@_IDENTITY_SYMBOL_@\t@_IDENTITY_SYMBOL_@\n1\n", 1,
-     "arc 0 -> 1 \"@_IDENTITY_SYMBOL_@:@_IDENTITY_SYMBOL_@\": @_IDENTITY_SYMBOL_@ stands for"},
+     "arc 0 -> 1 \"@_IDENTITY_SYMBOL_@:@_IDENTITY_SYMBOL_@\": @_IDENTITY_SYMBOL_@ stands "
+     "for"},
     {"unknown", "0\t1\ta\t@_UNKNOWN_SYMBOL_@\n1\n", 1, "@_UNKNOWN_SYMBOL_@ stands for"},
-    {"flag diacritic", "0\t1\t@U.CASE.ERG@\t@U.CASE.ERG@\n1\n", 1, "flag diacritic @U.CASE"},
+    {"flag diacritic", "0\t1\t@U.CASE.ERG@\t@U.CASE.ERG@\n1\n", 1,
+     "flag diacritic @U.CASE"},
     {"other special symbol", "0\t1\t@_DEFAULT_SYMBOL_@\ta\n1\n", 1, "special symbol"},
     {"the arc is named by the numbers of the file", "0\t17\ta\ta\n17\t4\ta:\tb\n4\n", 2,
      "arc 17 -> 4 \"a::b\": a \":\" in the upper symbol"},
     {"a colon over nothing", "0\t1\t:\t@0@\n1\n", 1, "a \":\" in the upper symbol"},
     {"a colon over a letter", "0\t1\t:\ta\n1\n", 1, "a \":\" in the upper symbol"},
-    {"a symbol with a colon on both sides", "0\t1\ta:b\ta:b\n1\n", 1, "a \":\" in the upper"},
+    {"a symbol with a colon on both sides", "0\t1\ta:b\ta:b\n1\n", 1,
+     "a \":\" in the upper"},
     {"the marker as a lower symbol", "0\t1\ta\t<>\n1\n", 1, "would be read as epsilon"},
     {"the marker on both sides", "0\t1\t<>\t<>\n1\n", 1, "would be read as epsilon"},
     {"beyond Latin-1", "0\t1\t\342\200\231\t'\n1\n", 1, "Latin-1 has no U+2019"},
     {"a capital below", "0\t1\tA\tA\n1\n", 1, "capital on the lower side"},
-    {"an accented capital below", "0\t1\t\303\221\t\303\221\n1\n", 1, "capital on the lower"},
-    {"the sign 215 is lowered by the walk too", "0\t1\t\303\227\t\303\227\n1\n", 1, "capital"},
+    {"an accented capital below", "0\t1\t\303\221\t\303\221\n1\n", 1,
+     "capital on the lower"},
+    {"the sign 215 is lowered by the walk too", "0\t1\t\303\227\t\303\227\n1\n", 1,
+     "capital"},
     {"a TAB by name", "0\t1\t@_TAB_@\ta\n1\n", 1, "a TAB can't stand"},
     {"a line feed by name", "0\t1\t@_NEWLINE_@\ta\n1\n", 1, "a line feed can't stand"},
     {"a control character", "0\t1\t\001\ta\n1\n", 1, "control character"},
@@ -97,12 +106,14 @@ const RefusedCase REFUSED[] = {
     {"an empty symbol", "0\t1\t\ta\n1\n", 1, "empty symbol"},
     {"a loop of an empty lower symbol", "0\t1\ta\ta\n1\t1\t<X>\t@0@\n1\n", 2,
      "on a cycle of empty lower symbols"},
-    {"a cycle of two", "0\t1\ta\t@0@\n1\t0\t@0@\t@0@\n1\n", 1, "on a cycle of empty lower"},
+    {"a cycle of two", "0\t1\ta\t@0@\n1\t0\t@0@\t@0@\n1\n", 1,
+     "on a cycle of empty lower"},
     {"no final state", "0\t1\ta\ta\n", 0, "no word leads from state 0"},
     {"nothing at all", "", 0, "no word leads from state 0"},
     {"a state that is no number", "0\tx\ta\ta\n1\n", 1, "not a state number: \"x\""},
     {"a negative state", "0\t-1\ta\ta\n1\n", 1, "not a state number: \"-1\""},
-    {"a final state that is no number", "0\t1\ta\ta\nend\n", 2, "not a state number: \"end\""},
+    {"a final state that is no number", "0\t1\ta\ta\nend\n", 2,
+     "not a state number: \"end\""},
     {"three fields", "0\t1\ta\n1\n", 1, "not AT&T text"},
     {"six fields", "0\t1\ta\ta\t0\t0\n1\n", 1, "not AT&T text"},
     {"a second network", "0\t1\ta\ta\n1\n--\n0\n", 3, "a second network"},
@@ -149,8 +160,8 @@ TEST(AttConvert, KeepsRecordsWithinTheLoadersLine) {
     EXPECT_NE(longer.refusals[0].text.find("more than 997 bytes"), std::string::npos);
 }
 
-/// All pairs (upper, lower) of paths of at most `limit` arcs, from AT&T text with one-letter
-/// symbols; the obvious way.
+/// All pairs (upper, lower) of paths of at most `limit` arcs, from AT&T text with
+/// one-letter symbols; the obvious way.
 std::set<std::string> pairs_of_att(const std::string& att, int limit) {
     std::multimap<std::string, std::vector<std::string>> arcs;
     std::set<std::string> finals;
@@ -171,8 +182,9 @@ std::set<std::string> pairs_of_att(const std::string& att, int limit) {
     }
     std::set<std::string> found;
     const auto visible = [](const std::string& s) { return s == "@0@" ? "" : s; };
-    const auto walk = [&](const auto& self, const std::string& state, const std::string& upper,
-                          const std::string& lower, int left) -> void {
+    const auto walk = [&](const auto& self, const std::string& state,
+                          const std::string& upper, const std::string& lower,
+                          int left) -> void {
         if (finals.count(state) > 0) found.insert(upper + '/' + lower);
         if (left == 0) return;
         const auto range = arcs.equal_range(state);
@@ -223,7 +235,8 @@ TEST(AttConvert, AcceptsTheSamePairsAsTheNetwork) {
         const Conversion result = table_from_att(att, {});
         if (!result.refusals.empty()) continue;
         ++written;
-        EXPECT_EQ(pairs_of_table(result.table, MOST_ARCS), pairs_of_att(att, MOST_ARCS)) << att;
+        EXPECT_EQ(pairs_of_table(result.table, MOST_ARCS), pairs_of_att(att, MOST_ARCS))
+            << att;
         for (const auto& defect : lemara::tools::check_table(result.table)) {
             ADD_FAILURE() << defect.line << ": " << defect.text << "\n" << att;
         }
