@@ -85,11 +85,12 @@ const FoldCase FOLDS[] = {
     {"decomposed tilde", "n\314\203abar", "\361abar", NONE},
     {"decomposed accents", "e\314\201u\314\210C\314\247", "\351\374\307", NONE},
     {"ligature", "\357\254\201n", "fin", NONE},
-    {"euro", "5 \342\202\254", "5 ?", 2},
-    {"an accent on no letter", "\314\201a", "?a", 0},
-    {"an accent that Latin-1 has not with that letter", "n\314\201", "n?", 1},
-    {"beyond the first plane", "a\360\237\230\200b", "a?b", 1},
-    {"another script; the first place is told", "a\320\240\320\276", "a??", 1},
+    {"euro", "5 \342\202\254", "5 *", 2},
+    {"a NUL would end the text", std::string("a\0b", 3), "a*b", 1},
+    {"an accent on no letter", "\314\201a", "*a", 0},
+    {"an accent that Latin-1 has not with that letter", "n\314\201", "n*", 1},
+    {"beyond the first plane", "a\360\237\230\200b", "a*b", 1},
+    {"another script; the first place is told", "a\320\240\320\276", "a**", 1},
 };
 
 TEST(TextEncoding, FoldsTextForTheEngine) {
