@@ -11,6 +11,8 @@ namespace lemara::tools {
 
 namespace {
 
+constexpr std::size_t LARGEST_CONFIGURATION = 1 << 20;  // bytes
+
 /// Calls `visit` with each line of `text`, without its line feed, and its number.
 template <class Visit>
 void for_each_line(std::string_view text, Visit visit) {
@@ -68,6 +70,7 @@ ListedTable read_entry(std::string_view line, const std::string& folder,
 void require_table(const ListedTable& table, const std::string& place) {
     std::string start;
     try {
+        require_regular(table.path);
         start = read_start(table.path, 64);
     } catch (const Failure& failure) {
         throw Failure(place + failure.what());
@@ -101,7 +104,7 @@ std::string why_passed_over(std::string_view word, std::string_view tag) {
 
 std::vector<ListedTable> read_configuration(const std::string& path,
                                             const std::string& folder) {
-    const std::string text = read_file(path);
+    const std::string text = read_file(path, LARGEST_CONFIGURATION);
     require_no_nul(path, text);
     std::vector<ListedTable> tables;
     for_each_line(text, [&](std::string_view line, std::size_t number) {
@@ -123,6 +126,7 @@ std::vector<ListedTable> read_configuration(const std::string& path,
 }
 
 std::vector<std::string> check_dictionary(const std::string& path) {
+    require_regular(path);  // the library reads it again
     const std::string text = read_file(path);
     require_no_nul(path, text);
     const bool ascii = std::all_of(text.begin(), text.end(), [](char c) {

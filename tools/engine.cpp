@@ -1,6 +1,9 @@
 #include "engine.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 
@@ -37,7 +40,29 @@ std::vector<ListedTable> find_tables(const std::string& configuration) {
     return read_configuration(path, std::filesystem::path(path).parent_path().string());
 }
 
+/// While one stands, an exit of the process is a failure: the library ends the process,
+/// with status 0, when a table vanishes between our look at it and its own.
+class NoExit {
+public:
+    NoExit() {
+        static const int registered = std::atexit([] {
+            if (!standing_) return;
+            message("a table vanished while it was loaded");
+            ::_exit(FAILED);
+        });
+        static_cast<void>(registered);
+        standing_ = true;
+    }
+    ~NoExit() { standing_ = false; }
+    NoExit(const NoExit&) = delete;
+    NoExit& operator=(const NoExit&) = delete;
+
+private:
+    static inline bool standing_ = false;
+};
+
 void load_networks(Lemara& engine, const std::vector<ListedTable>& tables) {
+    const NoExit guard;
     for (const ListedTable& table : tables) {
         auto network =
             std::make_unique<Sarea>(table.key, table.path, new Taula(table.path));

@@ -96,12 +96,19 @@ std::string read_start(const std::string& path, std::size_t most) {
     return bytes;
 }
 
-std::string read_file(const std::string& path) {
+void require_regular(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) fail(path, "cannot open");
+    if (S_ISDIR(status.st_mode)) throw Failure(path + ": is a directory");
+    if (!S_ISREG(status.st_mode)) throw Failure(path + ": not a regular file");
+}
+
+std::string read_file(const std::string& path, std::size_t most) {
     const Descriptor file = open_for_reading(path);
     std::string bytes;
     std::size_t size = 0;
     while (true) {
-        if (size > LARGEST_FILE) throw Failure(shown_file(path) + ": too large");
+        if (size > most) throw Failure(shown_file(path) + ": too large");
         if (bytes.size() - size < 65536) bytes.resize(bytes.size() * 2 + 65536);
         const std::size_t got =
             read_some(file.number(), path, bytes.data() + size, bytes.size() - size);

@@ -11,12 +11,18 @@ namespace lemara::tools {
 /// The name of a file in messages: "standard input" for "-".
 std::string shown_file(const std::string& path);
 
-constexpr std::size_t LARGEST_FILE = std::size_t{1} << 31;  // bytes that read_file takes
+constexpr std::size_t LARGEST_FILE = std::size_t{1}
+                                     << 31;  // bytes; line numbers stay within 32 bits
 
 /// The bytes of a file; of standard input for "-".
 /// Errors: Failure "PATH: cannot open: REASON", "PATH: is a directory", "PATH: cannot
-/// read: REASON", and for a file of more than LARGEST_FILE bytes.
-std::string read_file(const std::string& path);
+/// read: REASON", and "PATH: too large" for more than `most` bytes.
+std::string read_file(const std::string& path, std::size_t most = LARGEST_FILE);
+
+/// For files that are read more than once.
+/// Errors: Failure "PATH: is a directory", "PATH: not a regular file", "PATH: cannot
+/// open: ...".
+void require_regular(const std::string& path);
 
 /// The first bytes of a file, `most` or less. Errors: as read_file.
 std::string read_start(const std::string& path, std::size_t most);

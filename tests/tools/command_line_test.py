@@ -5,6 +5,7 @@ Every subcommand, exit status and message, over small tables that are written he
 that come with the command play no part.
 """
 import os
+import random
 import resource
 import subprocess
 import sys
@@ -252,6 +253,7 @@ class CommandLine(unittest.TestCase):
              "c.cfg:4: no such table: zenbakiak.sare (looked for in .)"),
             ("a folder", b"eumorfo.sare\n.\n", None),
             ("a folder as a table", b"folder.sare\n", "c.cfg:1: folder.sare: is a directory"),
+            ("a device as a table", b"/dev/zero\n", None),
             ("an indented path is a comment", b" eumorfo.sare\n",
              'no network "eumorfo"; list a table with that file name in c.cfg'),
             ("nothing", b"", 'no network "eumorfo"; list a table with that file name in c.cfg'),
@@ -291,6 +293,23 @@ class CommandLine(unittest.TestCase):
                 self.write("c.cfg", lines)
                 self.expect(self.run_bare("valid", "--config", "c.cfg", "etxe"), 0,
                             "etxe\tvalid\n")
+
+    def test_endless_files(self):
+        self.write("c.cfg", b"eumorfo.sare\n//\n/dev/urandom\n")
+        self.refused(b"", "check", "--config", "c.cfg",
+                     err="lemara check: c.cfg:3: /dev/urandom: not a regular file\n")
+        self.refused(b"", "check", "--config", "/dev/urandom",
+                     err="lemara check: /dev/urandom: too large\n")
+        self.refused(b"", "check", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
+                     err="lemara check: /dev/zero: not a regular file\n")
+
+    def test_any_bytes_as_text(self):
+        noise = random.Random(7)
+        for encoding in ("utf-8", "latin-1"):
+            text = bytes(noise.randrange(256) for _ in range(20000))
+            result = self.run_command("check", "--no-suggest", "--encoding", encoding, text=text)
+            self.assertEqual(result.status, 1)
+        self.assertEqual(self.run_command("check", text=b"etxe " * 20000).status, 0)
 
     def test_missing_files(self):
         no_file = ": cannot open: No such file or directory\n"
