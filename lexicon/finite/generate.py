@@ -214,6 +214,21 @@ BUILDERS = {"NR": forms_nr, "NR-NI": forms_nr_ni, "NR-NK": forms_nr_nk, "PFX-NK"
             "NR-NI-NK": forms_nr_ni_nk, "PFX-NI-NK": forms_pfx_ni_nk}
 
 
+def filtered(forms, options):
+    """Carries out the options of a line: ni=P, only=P, no3."""
+    for form in forms:
+        by = next((a[3:] for a in form.agreement if a.startswith("NK_")), "")
+        if "ni" in options:
+            if clash(options["ni"], by):
+                continue
+            form.agreement.insert(1, "NI_" + options["ni"])
+        if "only" in options and by != options["only"]:
+            continue
+        if "no3" in options and by in ("HURA", "HAIEK"):
+            continue
+        yield form
+
+
 def read_paradigms(path):
     """All forms that the description gives, in its order."""
     forms, verb = [], None
@@ -228,8 +243,10 @@ def read_paradigms(path):
                 verb = Verb(words[0], words[1], words[2:])
             elif verb and words[0] in BUILDERS:
                 stems = [Stem(text) for text in tail.split()]
+                options = dict(w.partition("=")[::2] for w in words[1:] if not re.fullmatch("[ABC][0-9]?", w))
                 for tense in words[1:]:
-                    forms.extend(BUILDERS[words[0]](verb, tense, stems))
+                    if re.fullmatch("[ABC][0-9]?", tense):
+                        forms.extend(filtered(BUILDERS[words[0]](verb, tense, stems), options))
             else:
                 sys.exit(f"{path}:{number}: can't read: {line}")
     return forms
@@ -246,7 +263,7 @@ def tags_text(form):
 def lexicons(forms):
     """LEXICON name -> lines. ba- and bait- lead back into the lexicons of plain forms; ^B stands where bait- melts with
     the first consonant of the form."""
-    out = {"VerbsFinite": [" FinFree ;", " FinBound ;", " FinOther ;",
+    out = {"VerbsFinite": [" FinFree ;", " FinBound ;", " FinOther ;", " FinOdd ;",
                            "ba%<AUR%>%<PRT%>:ba FinFree ;", "ba%<AUR%>%<PRT%>:ba FinBound ;",
                            "ba%<AUR%>%<MEN%>%<BALD%>:ba FinFree ;", "ba%<AUR%>%<MEN%>%<BALD%>:ba FinCondition ;",
                            "bait%<AUR%>%<MEN%>%<KAUS%>:bait^B FinFree ;"],
