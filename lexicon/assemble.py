@@ -7,8 +7,9 @@ foma's lexc reader runs out of stack on some 28,000 entries in one text, so each
 of its own (a line that leads to a list of nothing but continuations is cut once more), with the lexicons that it
 reaches and no others. Writes OUTDIR/NAME.<n>.lexc and OUTDIR/NAME.script, which reads them all and unites them.
 
-Ends with status 1 and a message for each lexicon that is named and not defined, each one that is defined twice, and
-each tag that no Multichar_Symbols line declares (foma would cut it into letters). A word class of ROOT that no file
+Ends with status 1 and a message for each lexicon that is named and not defined, each one that is defined twice, each
+tag that no Multichar_Symbols line declares (foma would cut it into letters), each bare 0 among letters (foma would
+drop it), and each character that Latin-1 lacks. A word class of ROOT that no file
 defines yet is left out.
 """
 import os
@@ -45,6 +46,11 @@ def read_lexicons(path, lexicons, problems):
         if name is None or not entry:
             problems.append(f"{where}: not an entry: {line.strip()}")
             continue
+        text = line[:entry.start(1)].strip()
+        if any(len(side) > 1 and re.search(r"(?<!%)0", side) for side in re.split(r"(?<!%):", text)):
+            problems.append(f"{where}: a zero among letters is empty in lexc; write %0: {line.strip()}")
+        if any(ord(character) > 255 for character in line):
+            problems.append(f"{where}: not in Latin-1: {line.strip()}")
         lexicons[name].append((line, entry.group(1), where))
 
 

@@ -83,6 +83,9 @@ def main():
         problems.append("docs/tagset.md: its tables differ from docs/tagset_ud.tsv")
 
     networks = sys.argv[1:]
+    for network in networks:
+        if not os.path.exists(network):
+            sys.exit(f"check_tagset.py: no file {network}")
     if networks:
         examples = [row for row in table if row[4] != "_"]
         found = analyses(sorted({row[4] for row in examples}), networks)
