@@ -31,7 +31,7 @@ SUBJUNCTIVE = {"A3", "B3"}
 
 
 class Form:
-    """A finite form: tags, and its shapes; an empty shape is not in use."""
+    """A finite form: tags, and its shapes. Allocutive forms, which stand in main clauses only, have no bound one."""
 
     def __init__(self, lemma, category, tense, agreement, free, bound):
         self.lemma, self.category, self.tense, self.agreement = lemma, category, tense, agreement
@@ -210,7 +210,65 @@ def forms_pfx_ni_nk(verb, tense, stems):
                 yield Form(verb.lemma, verb.category, tense, agreement, free, bound)
 
 
-BUILDERS = {"NR": forms_nr, "NR-NI": forms_nr_ni, "NR-NK": forms_nr_nk, "PFX-NK": forms_pfx_nk,
+def hika(verb, tense, agreement, before, after):
+    """The two allocutive forms of a word: the mark of the hearer stands between `before` and `after`; -a-, -na- inside
+    the word, -k, -n at its end. The past ends in -n behind the mark."""
+    for gender_tag, inner, final in (("TOKA", "a", "k"), ("NOKA", "na", "n")):
+        if tense in FINAL_N:
+            text = before + inner + after + "n"
+        else:
+            text = before + (inner + after if after else final)
+        yield Form(verb.lemma, verb.category, tense, agreement + ["ALOK", gender_tag], text, "")
+
+
+def forms_hika_nr(verb, tense, stems):
+    """dago -> zagok; consonants take -e-: zatorrek."""
+    for person, stem in zip(PERSONS, stems):
+        if not stem.missing():
+            text = stem.free + "ke" if tense in KE else linked(stem.free, False)
+            yield from hika(verb, tense, ["NR_" + person], text, "")
+
+
+def forms_hika_nr_ni(verb, tense, stems):
+    """zaio -> zaiok, zait -> zaidak."""
+    for person, stem in zip(PERSONS, stems):
+        if stem.missing():
+            continue
+        for to, gender_tag, _, bound_end in NI_ENDINGS:
+            if to in ("NI", "HURA", "GU", "HAIEK") and not clash(person, to):
+                yield from hika(verb, tense, ["NR_" + person, "NI_" + to], stem.free + dative_on(stem.free, bound_end), "")
+
+
+# Ergative of allocutive forms: ending behind the mark in the present, -te- in front of it for haiek; prefix in the past.
+HIKA_SUBJECTS = [("NI", "n", "", "t"), ("HURA", "z", "", ""), ("GU", "gen", "", "gu"), ("HAIEK", "z", "te", "")]
+
+
+def hika_nk(verb, tense, agreement, stem, stem_text):
+    for by, prefix, te, ending in HIKA_SUBJECTS:
+        if any(clash(a.split("_")[1], by) for a in agreement):
+            continue
+        plural = "z" + te if te and stem.star else te
+        start = prefix if tense[0] == "B" else ""
+        yield from hika(verb, tense, agreement + ["NK_" + by], start + stem_text + plural, "" if start else ending)
+
+
+def forms_hika_nk(verb, tense, stems):
+    """dut -> diat, du -> dik, dute -> ditek; nuen -> nian."""
+    for person, stem in zip(["HURA", "HAIEK"], stems):
+        if not stem.missing():
+            yield from hika_nk(verb, tense, ["NR_" + person], stem, stem.free)
+
+
+def forms_hika_ni_nk(verb, tense, stems):
+    """diot -> zioat, dio -> ziok, dit -> zidak."""
+    for person, stem in zip(["HURA", "HAIEK"], stems):
+        for to, _, _, bound_end in NI_ENDINGS:
+            if to in ("NI", "HURA", "GU", "HAIEK") and not stem.missing():
+                yield from hika_nk(verb, tense, ["NR_" + person, "NI_" + to], stem, stem.free + bound_end)
+
+
+BUILDERS = {"HIKA-NR": forms_hika_nr, "HIKA-NR-NI": forms_hika_nr_ni, "HIKA-NK": forms_hika_nk,
+            "HIKA-NI-NK": forms_hika_ni_nk, "NR": forms_nr, "NR-NI": forms_nr_ni, "NR-NK": forms_nr_nk, "PFX-NK": forms_pfx_nk,
             "NR-NI-NK": forms_nr_ni_nk, "PFX-NI-NK": forms_pfx_ni_nk}
 
 
@@ -263,14 +321,17 @@ def tags_text(form):
 def lexicons(forms):
     """LEXICON name -> lines. ba- and bait- lead back into the lexicons of plain forms; ^B stands where bait- melts with
     the first consonant of the form."""
-    out = {"VerbsFinite": [" FinFree ;", " FinBound ;", " FinOther ;", " FinOdd ;",
+    out = {"VerbsFinite": [" FinFree ;", " FinBound ;", " FinOther ;", " FinHika ;", " FinOdd ;",
+                           "ba%<AUR%>%<PRT%>:ba FinHika ;",
                            "ba%<AUR%>%<PRT%>:ba FinFree ;", "ba%<AUR%>%<PRT%>:ba FinBound ;",
                            "ba%<AUR%>%<MEN%>%<BALD%>:ba FinFree ;", "ba%<AUR%>%<MEN%>%<BALD%>:ba FinCondition ;",
                            "bait%<AUR%>%<MEN%>%<KAUS%>:bait^B FinFree ;"],
-           "FinFree": [], "FinBound": [], "FinOther": [], "FinCondition": []}
+           "FinFree": [], "FinBound": [], "FinOther": [], "FinHika": [], "FinCondition": []}
     for form in forms:
         upper = form.lemma + tags_text(form)
-        if form.tense in ONLY_BA:
+        if not form.bound:
+            out["FinHika"].append(entry(upper, form.free, "#"))
+        elif form.tense in ONLY_BA:
             out["FinCondition"].append(entry(upper, form.free, "#"))
         elif form.tense == "C":
             out["FinOther"].append(entry(upper, form.free, "#"))
