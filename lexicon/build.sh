@@ -40,6 +40,7 @@ compile() {  # compile NAME ROOT [SOURCE...]: writes NAME.foma and NAME.att
     name=$1 root=$2; shift 2
     rm -f "$out/$name".*
     python3 "$here/assemble.py" "$root" "$out" "$name" $symbols -- "$@" $sources
+    [ "$name" != eumorfo ] || echo "source $here/names.foma" >>"$out/$name.script"
     cat >>"$out/$name.script" <<END
 source $here/rules.foma
 print size
