@@ -52,6 +52,10 @@ END
         echo "build.sh: foma failed on $name; see $out/$name.log" >&2
         exit 1
     fi
+    if awk -F'\t' '$4 ~ /^\^[A-Z0-9]$/ { bad = 1 } END { exit !bad }' "$out/$name.att"; then
+        echo "build.sh: $name holds a mark that no rule resolved, such as ^1 behind a letter that it doesn't cut" >&2
+        exit 1
+    fi
     echo "$name: $(grep -E '[0-9] states' "$out/$name.log" | tail -1), $(wc -c <"$out/$name.att") bytes of AT&T text"
 }
 
