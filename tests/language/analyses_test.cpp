@@ -1,5 +1,5 @@
-// Paradigms written by hand against the built tables: each form has the analysis of its row,
-// and the analysis of a noun, an adjective or a name gives the form back.
+// Paradigms written by hand against the built tables: each form has the analysis of its
+// row, and the analysis of a noun, an adjective or a name gives the form back.
 #include <algorithm>
 #include <string>
 
@@ -9,14 +9,17 @@ namespace {
 
 using namespace lemara::test;
 
-std::string utf8(const std::string& text) { return lemara::tools::utf8_from_latin1(text); }
+std::string utf8(const std::string& text) {
+    return lemara::tools::utf8_from_latin1(text);
+}
 
 /// The files of this folder whose name begins so, sorted. Throws if there is none.
 std::vector<std::filesystem::path> files_with(const std::string& start) {
     std::vector<std::filesystem::path> paths;
     for (const auto& entry : std::filesystem::directory_iterator(LANGUAGE_DATA)) {
         const std::string name = entry.path().filename().string();
-        if (name.compare(0, start.size(), start) == 0 && entry.path().extension() == ".tsv") {
+        if (name.compare(0, start.size(), start) == 0 &&
+            entry.path().extension() == ".tsv") {
             paths.push_back(entry.path());
         }
     }
@@ -37,7 +40,8 @@ void expect_analysis(const Row& row, const std::string& network, const std::stri
     if (analysis == "-") {
         for (const Analisia& record : records) {
             EXPECT_FALSE(record.hobe.empty() && record.erabili.empty())
-                << row.place << ": " << utf8(form) << " is known: " << utf8(record.analisia);
+                << row.place << ": " << utf8(form)
+                << " is known: " << utf8(record.analisia);
         }
         return;
     }

@@ -1,5 +1,5 @@
-// The real lexicon under test: an engine over the tables that the build has made, the data of
-// this folder, and the mark-up of the paragraph check taken apart.
+// The real lexicon under test: an engine over the tables that the build has made, the
+// data of this folder, and the mark-up of the paragraph check taken apart.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,7 +16,8 @@
 #include "text_encoding.h"
 
 #if !defined(LEMARA_TEST_TABLES) || !defined(LEMARA_LANGUAGE_DATA)
-#error "LEMARA_TEST_TABLES names the folder of the built tables, LEMARA_LANGUAGE_DATA this one"
+#error \
+    "LEMARA_TEST_TABLES names the folder of the built tables, LEMARA_LANGUAGE_DATA this one"
 #endif
 
 namespace lemara::test {
@@ -24,7 +25,8 @@ namespace lemara::test {
 inline const std::filesystem::path TABLES = LEMARA_TEST_TABLES;
 inline const std::filesystem::path LANGUAGE_DATA = LEMARA_LANGUAGE_DATA;
 
-/// The text of a file. Throws for one that is missing, so that no test passes without data.
+/// The text of a file. Throws for one that is missing, so that no test passes without
+/// data.
 inline std::string text_of_file(const std::filesystem::path& path) {
     if (!std::filesystem::is_regular_file(path)) {
         throw std::runtime_error("no such file: " + path.string());
@@ -43,8 +45,8 @@ inline std::string latin1(std::string_view utf8) {
     return text;
 }
 
-/// An engine over the built tables, made as a host makes it; the configuration names them with
-/// their folder, so that the working folder does not matter.
+/// An engine over the built tables, made as a host makes it; the configuration names them
+/// with their folder, so that the working folder does not matter.
 inline std::unique_ptr<Lemara> engine_over_tables(const std::string& dictionary = "") {
     const TempDir folder;
     std::string lines;
@@ -61,8 +63,8 @@ inline std::unique_ptr<Lemara> engine_over_tables(const std::string& dictionary 
     return engine;
 }
 
-/// One engine for all tests of a process that change nothing. It is never freed: its last words
-/// would come out behind the results of the tests.
+/// One engine for all tests of a process that change nothing. It is never freed: its last
+/// words would come out behind the results of the tests.
 inline const Lemara& basque() {
     static const Lemara* engine = engine_over_tables().release();
     return *engine;
@@ -76,8 +78,8 @@ struct Row {
     std::vector<std::string> cells;
 };
 
-/// The lines of a data file that are neither empty nor begin with "# " or are "#". Throws for
-/// another number of columns and for a file without rows.
+/// The lines of a data file that are neither empty nor begin with "# " or are "#". Throws
+/// for another number of columns and for a file without rows.
 inline std::vector<Row> rows_of(const std::filesystem::path& path, std::size_t columns) {
     std::vector<Row> rows;
     std::istringstream lines(text_of_file(path));
@@ -86,7 +88,8 @@ inline std::vector<Row> rows_of(const std::filesystem::path& path, std::size_t c
         if (line.empty() || line == "#" || line.compare(0, 2, "# ") == 0) continue;
         Row row{path.filename().string() + ':' + std::to_string(number), {}};
         std::istringstream cells(latin1(line));
-        for (std::string cell; std::getline(cells, cell, '\t');) row.cells.push_back(cell);
+        for (std::string cell; std::getline(cells, cell, '\t');)
+            row.cells.push_back(cell);
         if (row.cells.size() != columns) {
             throw std::runtime_error(row.place + ": not " + std::to_string(columns) +
                                      " columns");
@@ -107,7 +110,8 @@ struct Verdict {
 };
 
 /// The texts of the elements `name` in a piece of mark-up, in order.
-inline std::vector<std::string> elements(const std::string& markup, const std::string& name) {
+inline std::vector<std::string> elements(const std::string& markup,
+                                         const std::string& name) {
     const std::string open = '<' + name + '>', close = "</" + name + '>';
     std::vector<std::string> texts;
     for (std::size_t at = markup.find(open); at != std::string::npos;

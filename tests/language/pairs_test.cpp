@@ -23,7 +23,8 @@ std::size_t place_of(const std::string& right, const std::vector<std::string>& g
 }
 
 /// The list of a verdict in which a pair of this kind has its right word.
-const std::vector<std::string>& list_for(const std::string& kind, const Verdict& verdict) {
+const std::vector<std::string>& list_for(const std::string& kind,
+                                         const Verdict& verdict) {
     if (kind == "better") return verdict.better;
     if (kind == "use") return verdict.instead;
     return verdict.proposals;
@@ -32,11 +33,14 @@ const std::vector<std::string>& list_for(const std::string& kind, const Verdict&
 }  // namespace
 
 TEST(Pairs, TheRightWordIsGivenForTheWrongOne) {
-    std::map<std::string, Tally> tallies = {{"better", {}}, {"use", {}}, {"proposal", {}}};
+    std::map<std::string, Tally> tallies = {
+        {"better", {}}, {"use", {}}, {"proposal", {}}};
     for (const Row& row : rows_of(LANGUAGE_DATA / "pairs.tsv", 3)) {
-        const std::string &wrong = row.cells[0], &right = row.cells[1], &kind = row.cells[2];
+        const std::string &wrong = row.cells[0], &right = row.cells[1],
+                          &kind = row.cells[2];
         ASSERT_EQ(tallies.count(kind), 1u) << row.place << ": no such kind: " << kind;
-        const std::string label = row.place + ": " + lemara::tools::utf8_from_latin1(wrong);
+        const std::string label =
+            row.place + ": " + lemara::tools::utf8_from_latin1(wrong);
         Tally& tally = tallies[kind];
         ++tally.pairs;
 

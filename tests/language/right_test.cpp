@@ -1,5 +1,5 @@
-// What is right must come out as right: sentences and everyday words, through the paragraph
-// check over the built tables.
+// What is right must come out as right: sentences and everyday words, through the
+// paragraph check over the built tables.
 #include <string>
 
 #include "language.h"
@@ -22,7 +22,8 @@ void expect_all_right(const std::string& file) {
             given.insert(given.end(), verdict.proposals.begin(), verdict.proposals.end());
             ADD_FAILURE() << row.place << ": "
                           << lemara::tools::utf8_from_latin1(verdict.text)
-                          << (verdict.kind == "ezz" ? " is unknown" : " has a better form")
+                          << (verdict.kind == "ezz" ? " is unknown"
+                                                    : " has a better form")
                           << "; given: " << joined(given);
         }
     }
