@@ -9,10 +9,6 @@ namespace {
 
 using namespace lemara::test;
 
-std::string utf8(const std::string& text) {
-    return lemara::tools::utf8_from_latin1(text);
-}
-
 /// The files of this folder whose name begins so, sorted. Throws if there is none.
 std::vector<std::filesystem::path> files_with(const std::string& start) {
     std::vector<std::filesystem::path> paths;

@@ -280,14 +280,6 @@ const KnownWord KNOWN_WORDS[] = {
 
 using FormsByTags = std::set<std::pair<std::string, std::string>>;
 
-/// Degrees, diminutives and augmentatives: the main network makes them of more words.
-bool is_derived(const std::string& tags) {
-    for (const std::string tag : {" GRA", " DIM", " AUG"}) {
-        if (tags.find(tag) != std::string::npos) return true;
-    }
-    return false;
-}
-
 /// Tags and form of everything that `tags` begins.
 FormsByTags of_main_network(const KnownWord& known) {
     FormsByTags forms;

@@ -147,10 +147,21 @@ inline std::vector<Verdict> check(const Lemara& engine, const std::string& text,
     return verdicts;
 }
 
+/// Latin-1 as a message shows it.
+inline std::string utf8(const std::string& text) { return tools::utf8_from_latin1(text); }
+
+/// Tags of degrees, diminutives and augmentatives, which not every word has.
+inline bool is_derived(const std::string& tags) {
+    for (const std::string tag : {" GRA", " DIM", " AUG"}) {
+        if (tags.find(tag) != std::string::npos) return true;
+    }
+    return false;
+}
+
 inline std::string joined(const std::vector<std::string>& texts) {
     std::string all;
     for (const std::string& text : texts) all += (all.empty() ? "" : ", ") + text;
-    return all.empty() ? "nothing" : tools::utf8_from_latin1(all);
+    return all.empty() ? "nothing" : utf8(all);
 }
 
 }  // namespace lemara::test

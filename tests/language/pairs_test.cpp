@@ -39,14 +39,12 @@ TEST(Pairs, TheRightWordIsGivenForTheWrongOne) {
         const std::string &wrong = row.cells[0], &right = row.cells[1],
                           &kind = row.cells[2];
         ASSERT_EQ(tallies.count(kind), 1u) << row.place << ": no such kind: " << kind;
-        const std::string label =
-            row.place + ": " + lemara::tools::utf8_from_latin1(wrong);
+        const std::string label = row.place + ": " + utf8(wrong);
         Tally& tally = tallies[kind];
         ++tally.pairs;
 
         for (const Verdict& verdict : check(basque(), right, false)) {
-            EXPECT_EQ(verdict.kind, "ok")
-                << row.place << ": " << lemara::tools::utf8_from_latin1(right);
+            EXPECT_EQ(verdict.kind, "ok") << row.place << ": " << utf8(right);
         }
         const std::vector<Verdict> verdicts = check(basque(), wrong, true);
         EXPECT_EQ(verdicts.size(), 1u) << label << " is cut";
@@ -60,11 +58,11 @@ TEST(Pairs, TheRightWordIsGivenForTheWrongOne) {
             tally.places += place;
             tally.first += place == 1;
         } else if (kind == "proposal") {
-            std::cout << label << ": no " << lemara::tools::utf8_from_latin1(right)
+            std::cout << label << ": no " << utf8(right)
                       << " among: " << joined(verdict.proposals) << '\n';
         } else {
             // A better form is in the lexicon by somebody's hand: each of them counts.
-            ADD_FAILURE() << label << ": no " << lemara::tools::utf8_from_latin1(right)
+            ADD_FAILURE() << label << ": no " << utf8(right)
                           << " among better forms: " << joined(verdict.better)
                           << "; to use instead: " << joined(verdict.instead)
                           << "; proposals: " << joined(verdict.proposals);

@@ -20,8 +20,7 @@ void expect_all_right(const std::string& file) {
             std::vector<std::string> given = verdict.better;
             given.insert(given.end(), verdict.instead.begin(), verdict.instead.end());
             given.insert(given.end(), verdict.proposals.begin(), verdict.proposals.end());
-            ADD_FAILURE() << row.place << ": "
-                          << lemara::tools::utf8_from_latin1(verdict.text)
+            ADD_FAILURE() << row.place << ": " << utf8(verdict.text)
                           << (verdict.kind == "ezz" ? " is unknown"
                                                     : " has a better form")
                           << "; given: " << joined(given);
