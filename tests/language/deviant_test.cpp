@@ -27,39 +27,46 @@ std::vector<std::string> pieces(const std::string& lemmas) {
     return list;
 }
 
-/// True if a reading of the form has no better form of its own.
-bool is_right(const std::string& form) {
-    const std::vector<Verdict> verdicts = check(basque(), form, false);
+const std::string& recommended(const Analisia& form) {
+    return form.hobe.empty() ? form.erabili : form.hobe;
+}
+
+std::vector<Analisia> better_forms(const std::string& lemma, const Analisia& form) {
+    return basque().sareak.at("eumorfo")->ordeztuForma(lemma, form);
+}
+
+/// True if no token of the text is unknown or has a better form.
+bool is_right(const std::string& text) {
+    const std::vector<Verdict> verdicts = check(basque(), text, false);
     return std::all_of(verdicts.begin(), verdicts.end(),
                        [](const Verdict& verdict) { return verdict.kind == "ok"; });
 }
 
 }  // namespace
 
+// Where the better lemma lacks the tags of a form, the engine gives it as it stands. That
+// is right for a word of one form alone.
 TEST(Deviant, EveryBetterLemmaInflectsLikeTheDeviantOne) {
-    std::size_t forms = 0, bad = 0;
     const std::set<std::string> beginnings = deviant_beginnings();
+    std::size_t count = 0;
     for (const std::string& beginning : beginnings) {
+        const std::vector<Analisia> forms =
+            main_table().sortuFormak(beginning, "", false, false);
+        count += forms.size();
+        if (forms.size() == 1) continue;
         std::set<std::string> missing;
-        for (const Analisia& form :
-             main_table().sortuFormak(beginning, "", false, false)) {
+        for (const Analisia& form : forms) {
             if (is_derived(form.etiketa)) continue;
-            ++forms;
-            for (const std::string& better :
-                 pieces(form.hobe.empty() ? form.erabili : form.hobe)) {
-                if (basque().sareak.at("eumorfo")->ordeztuForma(better, form).empty()) {
+            for (const std::string& better : pieces(recommended(form))) {
+                if (better_forms(better, form).empty())
                     missing.insert(better + form.etiketa);
-                }
             }
         }
-        if (missing.empty()) continue;
-        ++bad;
         EXPECT_TRUE(missing.empty())
             << utf8(beginning) << ": nothing for " << missing.size() << " forms, as "
-            << utf8(*missing.begin());
+            << utf8(missing.empty() ? "" : *missing.begin());
     }
-    std::cout << beginnings.size() << " deviant entries, " << forms << " forms; without "
-              << bad << '\n';
+    std::cout << beginnings.size() << " deviant entries, " << count << " forms\n";
     EXPECT_GE(beginnings.size(), 600u);
 }
 
@@ -68,17 +75,16 @@ TEST(Deviant, BetterFormsAreRight) {
     for (const std::string& beginning : deviant_beginnings()) {
         const std::vector<Analisia> forms =
             main_table().sortuFormak(beginning, "", false, false);
-        // The first, a middle and the last form of each entry.
+        if (forms.empty()) continue;
         for (const std::size_t i : {std::size_t{0}, forms.size() / 2, forms.size() - 1}) {
-            if (i >= forms.size()) continue;
             const Analisia& form = forms[i];
-            for (const std::string& better :
-                 pieces(form.hobe.empty() ? form.erabili : form.hobe)) {
-                for (const Analisia& record :
-                     basque().sareak.at("eumorfo")->ordeztuForma(better, form)) {
-                    if (!seen.insert(record.forma).second) continue;
-                    EXPECT_TRUE(is_right(record.forma))
-                        << utf8(record.forma) << ", for " << utf8(form.forma);
+            for (const std::string& better : pieces(recommended(form))) {
+                std::vector<std::string> given = forms_of(better_forms(better, form));
+                if (given.empty()) given.push_back(better);
+                for (const std::string& text : given) {
+                    if (!seen.insert(text).second) continue;
+                    EXPECT_TRUE(is_right(text))
+                        << utf8(text) << ", for " << utf8(form.forma);
                 }
             }
         }
