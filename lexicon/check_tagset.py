@@ -25,8 +25,7 @@ def declared_tags():
         path = os.path.join(HERE, name)
         if os.path.exists(path):
             for line in open(path, encoding="utf-8"):
-                line = re.sub(r"(?<!%)!.*", "", line).replace("%0", "0")
-                tags.update(re.findall(r"%<([^ <>%]+)%>", line))
+                tags.update(re.findall(r"%<([^ <>%]+)%>", re.sub(r"(?<!%)!.*", "", line)))
     return {tag for tag in tags if not re.fullmatch(r"hp\d+", tag)}
 
 
