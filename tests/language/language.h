@@ -72,6 +72,19 @@ inline const Lemara& basque() {
 
 inline const Taula& main_table() { return *basque().sareak.at("eumorfo")->taula; }
 
+/// All entries of the main network, each cut at its first tag. Asked letter by letter:
+/// one search for all of them would spend its budget before it is through.
+inline std::vector<Analisia> all_entries() {
+    std::vector<Analisia> entries;
+    for (int byte = 1; byte < 256; ++byte) {
+        const std::string start(1, static_cast<char>(byte));
+        for (Analisia& entry : main_table().sortuFormak(start, "", true, false)) {
+            entries.push_back(std::move(entry));
+        }
+    }
+    return entries;
+}
+
 /// A line of a data file, cut at its TABs, in Latin-1.
 struct Row {
     std::string place;  ///< "pairs.tsv:17"

@@ -13,15 +13,17 @@ namespace {
 using namespace lemara::test;
 
 constexpr unsigned SEED = 20261121;
-constexpr std::size_t LEMMAS_PER_CLASS =
-    150;  // of the sample; classes with fewer give all
+constexpr std::size_t LEMMAS_PER_CLASS = constexpr std::size_t ELIDED_PER_CLASS =
+    20;  // the same for elided nouns
+150;     // of the sample; classes with fewer give all
 
 /// The beginnings of analyses, lemma and first tag, that the main network has, sorted by
-/// that tag.
+/// that tag. First names in front of a particle are left out: all names of the lexicon
+/// follow them.
 std::map<std::string, std::set<std::string>> lemmas_by_class() {
     std::map<std::string, std::set<std::string>> lemmas;
-    for (const Analisia& entry : main_table().sortuFormak("", "", true, false)) {
-        lemmas[entry.etiketa].insert(entry.analisia);
+    for (const Analisia& entry : all_entries()) {
+        if (entry.etiketa != " IZENLOT") lemmas[entry.etiketa].insert(entry.analisia);
     }
     return lemmas;
 }
@@ -47,6 +49,18 @@ bool is_silenced(const Analisia& form) {
             return true;
     }
     return !kenduHAULtxarrak(form.analisia.c_str(), form.forma.c_str());
+}
+
+/// A sign or acronym is read as it is written alone, and the generation gives it back no
+/// capital outside ASCII: FP\326 (an O with two dots), and the sign of multiplication,
+/// whose small letter is that of division.
+bool loses_a_capital(const Analisia& form) {
+    const bool as_written = form.etiketa.find(" SIG") != std::string::npos ||
+                            form.etiketa.find(" SNB") != std::string::npos;
+    return as_written && std::any_of(form.lema.begin(), form.lema.end(), [](char c) {
+               const auto byte = static_cast<unsigned char>(c);
+               return byte >= 128 && orbi_tolower(byte) != byte;
+           });
 }
 
 /// What the generation leaves out, whatever its target.
@@ -88,9 +102,7 @@ TEST(RoundTrip, GeneratedFormsAreAnalysedBack) {
             ++lemmas;
             for (const Analisia& form :
                  main_table().sortuFormak(beginning, "", false, false)) {
-                // The sign of multiplication is a capital to the engine, that of division
-                // its small letter; no form gets the capital back.
-                if (is_silenced(form) || form.lema == "\327") {
+                if (is_silenced(form) || loses_a_capital(form)) {
                     ++silenced;
                     continue;
                 }
@@ -103,7 +115,7 @@ TEST(RoundTrip, GeneratedFormsAreAnalysedBack) {
     }
     std::cout << lemmas << " lemmas, " << forms
               << " forms; left out as silenced: " << silenced << '\n';
-    EXPECT_GT(lemmas, 1000u);
+    EXPECT_GT(lemmas, 800u);
     EXPECT_GT(forms, 50000u);
 }
 
@@ -140,7 +152,7 @@ TEST(RoundTrip, ElidedNounsAreGeneratedFromTheirAnalyses) {
     std::size_t readings = 0;
     for (const auto& [tag, beginnings] : lemmas_by_class()) {
         for (const std::string& beginning :
-             sample(beginnings, LEMMAS_PER_CLASS, random)) {
+             sample(beginnings, ELIDED_PER_CLASS, random)) {
             for (const Analisia& form :
                  main_table().sortuFormak(beginning, "", false, false)) {
                 const bool genitive = form.etiketa.find(" GEN") != std::string::npos ||
