@@ -13,9 +13,10 @@ namespace {
 using namespace lemara::test;
 
 constexpr unsigned SEED = 20261121;
-constexpr std::size_t LEMMAS_PER_CLASS = constexpr std::size_t ELIDED_PER_CLASS =
-    20;  // the same for elided nouns
-150;     // of the sample; classes with fewer give all
+
+// Sizes of the samples; a class with fewer lemmas gives all of them.
+constexpr std::size_t LEMMAS_PER_CLASS = 60;
+constexpr std::size_t ELIDED_PER_CLASS = 20;
 
 /// The beginnings of analyses, lemma and first tag, that the main network has, sorted by
 /// that tag. First names in front of a particle are left out: all names of the lexicon
