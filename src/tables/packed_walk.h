@@ -260,6 +260,7 @@ private:
             output_.cut(current.output);
             output_.append_symbol(upper, label.upper_size);
             if (output_.size() > PATH_LIMIT) continue;
+            if (frames_.size() >= PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.bits != 0 || current.has_more()) frames_.push(current);
             current = open(target, position);
         }
@@ -420,6 +421,7 @@ private:
             Frame next;
             if (!enter(target, current.upper, emit, next)) continue;
             if (CAREFUL && revisits(current, next)) continue;
+            if (frames_.size() >= PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.arc != current.end) frames_.push(current);
             current = next;
         }
