@@ -277,6 +277,7 @@ private:
             labels_.put(current.depth, label);
             const std::uint32_t depth = current.depth + 1;
             const StateRef target = arc.target;
+            if (depth > PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.bits != 0 || current.has_more()) frames_.push(current);
             current = open(target, position, depth, written);
         }
@@ -439,6 +440,7 @@ private:
             Frame next;
             if (!enter(target, current.upper, emit, next)) continue;
             if (CAREFUL && revisits(current, next)) continue;
+            if (frames_.size() >= PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.arc != current.end) frames_.push(current);
             current = next;
         }
