@@ -2,6 +2,7 @@
 // acknowledged is there, and the file always loads.
 //
 // LEMARA_KILLS sets the number of kills, LEMARA_SEED where they begin.
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -73,6 +74,16 @@ Worker start(const Settings& settings, unsigned first, unsigned step, unsigned s
     return {process, ends[0]};
 }
 
+/// Waits until a worker has written so many notes.
+void wait_for(const Worker& worker, std::size_t notes) {
+    int bytes = 0;
+    for (int i = 0; i < 200000; ++i) {
+        if (ioctl(worker.notes, FIONREAD, &bytes) != 0) return;
+        if (static_cast<std::size_t>(bytes) >= notes * sizeof(Note)) return;
+        usleep(100);
+    }
+}
+
 }  // namespace
 
 TEST(DictionaryKill, NoAcknowledgedWordIsLost) {
@@ -92,7 +103,9 @@ TEST(DictionaryKill, NoAcknowledgedWordIsLost) {
             ASSERT_GT(workers[k].process, 0);
         }
         for (const Worker& worker : workers) {
-            usleep(static_cast<unsigned>(random() % 8000));
+            // Behind so many of its notes, however slow the disk is, and a moment.
+            wait_for(worker, random() % 8);
+            usleep(static_cast<unsigned>(random() % 3000));
             kill(worker.process, SIGKILL);
         }
         for (const Worker& worker : workers) {
