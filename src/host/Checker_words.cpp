@@ -69,6 +69,24 @@ bool is_number(std::string_view line) {
 
 }  // namespace
 
+namespace {
+
+/// Files the degrees of an adjective ("-ago", "-en", "-egi"), which the engine's own adding leaves
+/// out: their stem is one that another paradigm of the word has taken.
+void add_degrees(HiztegiPertsonala& dictionary) {
+    for (const auto& root : dictionary.erroak) {
+        const HPsarrera& entry = *root.second;
+        const std::string& name = entry.paradigma;
+        if (name != "<hp1>" && name != "<hp2>" && name != "<hp4>" && name != "<hp5>") continue;
+        auto degrees = std::make_unique<HPsarrera>(entry);
+        degrees->paradigma = "<hp7>";
+        dictionary.erroak.emplace(root.first + '\1', degrees.release());
+        return;
+    }
+}
+
+}  // namespace
+
 std::unique_ptr<HiztegiPertsonala> host::dictionary_of(const std::vector<PersonalEntry>& entries,
                                                        std::vector<std::string>& refused) {
     auto dictionary = std::make_unique<HiztegiPertsonala>();
@@ -82,6 +100,7 @@ std::unique_ptr<HiztegiPertsonala> host::dictionary_of(const std::vector<Persona
             refused.push_back(entry.word);
             continue;
         }
+        if (entry.tag == "<IZO>") add_degrees(one);
         for (auto& root : one.erroak) {
             std::string& stem = root.second->erroa;
             stem = tolowercase(stem);

@@ -38,7 +38,8 @@ private:
     std::shared_mutex mutex_;
 };
 
-/// Makes an engine's dictionary of a list. Words that share a stem are all found, and so is a name:
+/// Makes an engine's dictionary of a list. Words that share a stem are all found, an adjective has its
+/// degrees, and a name is found too:
 /// its stem is filed in small letters, as the engine looks for it, and its lemma keeps its
 /// capitals, so the name in small letters is none.
 std::unique_ptr<HiztegiPertsonala> dictionary_of(const std::vector<PersonalEntry>& entries,

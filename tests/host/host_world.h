@@ -22,6 +22,7 @@ inline std::string personal_table() {
         list.push_back({name, "<ERG>:e", ":k"});
         list.push_back({name, "<GEN>:e", ":n"});
     }
+    list.push_back({"<hp7>", "<KONP>:a", ":g", ":o"});
     return paths(list);
 }
 
