@@ -1,6 +1,7 @@
 // The personal dictionary: its objects and the lookup. Adding is in
 // HiztegiPertsonala_add.cpp, the file in HiztegiPertsonala_file.cpp, the forms of verbs in
-// HiztegiPertsonala_verbs.cpp. Tests: tests/dictionary/.
+// HiztegiPertsonala_verbs.cpp. Tests:
+// tests/dictionary/lookup_test.cpp.
 #include "HiztegiPertsonala.h"
 
 #include <algorithm>

@@ -85,11 +85,12 @@ lemara::Graph lemara::graph_of(const Taula& table) {
 
 /// Puts the graph of a compiled table into `egoerak`, before an operation changes it.
 void Taula::unfold() {
+    if (formak->image_view(egoerak) == nullptr) return;
     lemara::Graph graph = lemara::graph_of(*this);
-    if (!graph.owned) return;
     graph.owned = false;
     egoerak.swap(graph.states);
     lemara::note_graph_change();
+    lemara::packed_form(*this);  // in place of the image, which must not come back
 }
 
 Taula::Taula() : formak(std::make_unique<lemara::TableForms>()) {}

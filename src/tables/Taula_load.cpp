@@ -274,10 +274,9 @@ bool Taula::load_text_file() {
     add_states(*this, count, size_of(file.get()));
     std::string line;
     while (read_line(file.get(), LOAD_READ, line)) {
-        std::string_view text = line;
+        std::string_view text = lemara::up_to_nul(line);
         if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
         if (!text.empty() && text.back() == '\r') text.remove_suffix(1);
-        text = lemara::up_to_nul(text);
         if (text.size() >= SHORTEST_RECORD) add_record(*this, read_record(text));
     }
     finish(*this);

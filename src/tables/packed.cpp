@@ -40,7 +40,7 @@ public:
         layout.label_count = static_cast<std::uint32_t>(labels_.size());
         layout.pool_size = static_cast<std::uint32_t>(pool_.size());
         layout.states_size = static_cast<std::uint32_t>(size_);
-        layout.wide_labels = labels_.size() > std::numeric_limits<std::uint16_t>::max();
+        layout.wide_labels = labels_.size() > PackedArc::LONG;
         layout.cycles = cycles_;
         return layout;
     }
@@ -97,8 +97,9 @@ private:
             packed.target = target < 0 ? target : place_[static_cast<std::size_t>(target)];
             packed.follows = target < 0 ? PackedView::END_BIT
                                         : mask_[static_cast<std::size_t>(target)];
+            if (labels_[label_[arc]].is_long(first_[arc])) packed.label = PackedArc::LONG;
             if (wide.empty()) {
-                packed.label = static_cast<std::uint16_t>(label_[arc]);
+                packed.label |= static_cast<std::uint16_t>(label_[arc]);
             } else {
                 wide[static_cast<std::size_t>(arcs - states) / 8 + i] = label_[arc];
             }
@@ -163,8 +164,13 @@ private:
     /// the higher numbers.
     void find_masks() {
         mask_.assign(states_.size(), 0);
-        std::vector<std::vector<std::uint32_t>> sources;  // of the empty arcs, by target
-        sources.resize(states_.size());
+        // The empty arcs by target, as lists: the first one of a state, and the next of each.
+        constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
+        struct EmptyArc {
+            std::uint32_t source, next;
+        };
+        std::vector<EmptyArc> empty_arcs;
+        std::vector<std::uint32_t> into(states_.size(), NONE);
         std::vector<std::uint32_t> open;
         for (std::uint32_t state = 0; state < states_.size(); ++state) {
             for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
@@ -173,7 +179,9 @@ private:
                 } else if (target_[arc] < 0) {
                     mask_[state] |= PackedView::END_BIT;
                 } else {
-                    sources[static_cast<std::size_t>(target_[arc])].push_back(state);
+                    std::uint32_t& first = into[static_cast<std::size_t>(target_[arc])];
+                    empty_arcs.push_back({state, first});
+                    first = static_cast<std::uint32_t>(empty_arcs.size() - 1);
                 }
             }
             if (mask_[state] != 0) open.push_back(state);
@@ -181,7 +189,8 @@ private:
         while (!open.empty()) {
             const std::uint32_t state = open.back();
             open.pop_back();
-            for (const std::uint32_t source : sources[state]) {
+            for (std::uint32_t i = into[state]; i != NONE; i = empty_arcs[i].next) {
+                const std::uint32_t source = empty_arcs[i].source;
                 const auto mask = static_cast<std::uint16_t>(mask_[source] | mask_[state]);
                 if (mask == mask_[source]) continue;
                 mask_[source] = mask;
@@ -196,6 +205,7 @@ private:
         const auto counts = [&](std::uint32_t arc) {
             return target_[arc] >= 0 && (!empty_alone || labels_[label_[arc]].lower_size == 0);
         };
+        if (target_.empty()) return false;
         std::vector<std::uint32_t> entries(states_.size(), 0);
         for (std::uint32_t arc = 0; arc < target_.size(); ++arc) {
             if (counts(arc)) ++entries[static_cast<std::size_t>(target_[arc])];

@@ -1,9 +1,12 @@
 // Bytes from outside, as bad as they come, from a seed that a failure can print.
 #pragma once
 
+#include <cstdio>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "support.h"
 
 namespace lemara::test {
 
@@ -49,5 +52,13 @@ public:
 private:
     std::mt19937 engine_;
 };
+
+/// Writes a file anew and returns its path. A file that is emptied and written again may be
+/// flushed to the disk each time, which costs milliseconds; a new one is not.
+inline std::string write_anew(const TempDir& folder, const std::string& name,
+                              const std::string& bytes) {
+    std::remove(folder.path(name).c_str());
+    return folder.write(name, bytes);
+}
 
 }  // namespace lemara::test

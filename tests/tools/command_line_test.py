@@ -1,0 +1,508 @@
+#!/usr/bin/env python3
+"""Runs the command `lemara` as users do: command_line_test.py PATH-OF-LEMARA.
+
+Every subcommand, exit status and message, over small tables that are written here. The tables
+that come with the command play no part.
+"""
+import os
+import random
+import resource
+import subprocess
+import sys
+import tempfile
+import unittest
+
+LEMARA = ""
+
+
+def path_records(paths):
+    """A table that accepts each path (a list of symbol fields) with states of its own."""
+    records, state = [], 0
+    for fields in paths:
+        source = 0
+        for field in fields:
+            state += 1
+            records.append(f"{source}\t{field}\t{state}")
+            source = state
+        records.append(f"final: {source}")
+    return ("\n".join(records) + "\n").encode("latin-1")
+
+
+def word(letters, *tags):
+    return list(letters) + [tag + ":<>" for tag in tags]
+
+
+EUMORFO = path_records([
+    word("etxe", "<IZE>", "<ARR>"),
+    word("etxea", "<IZE>", "<ARR>", "<ABS>"),
+    word("ñabar", "<ADJ>"),
+    word("eta gero", "<LOT>"),
+    word("baso bat", "<IZE>"),
+    # haundi is to be written handi
+    list("haundi") + ["[h=handi]:<>", "<ADJ>:<>"],
+    word("handi", "<ADJ>"),
+    word(".", "<PUNT>"),
+    word("*", "<PUNT>"),
+    word("'", "<PUNT>"),
+    word('"', "<PUNT>"),
+])
+# A word of class <hp4> (it ends in a consonant) takes nothing or -a.
+HP = path_records([["<hp4>", "<MG>:<>"], ["<hp4>", "<ABS>:a"]])
+
+
+class Result:
+    def __init__(self, process):
+        self.status = process.returncode
+        self.out = process.stdout
+        self.err = process.stderr.decode("utf-8", "backslashreplace")
+
+
+class CommandLine(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory(prefix="lemara-test-")
+        self.addCleanup(self.folder.cleanup)
+        self.write("eumorfo.sare", EUMORFO)
+        self.write("hp.sare", HP)
+        self.write("sareak.cfg", b"// two tables\neumorfo.sare\n\nhp.sare\n")
+
+    def path(self, name):
+        return os.path.join(self.folder.name, name)
+
+    def write(self, name, data):
+        with open(self.path(name), "wb") as file:
+            file.write(data)
+
+    def read(self, name):
+        with open(self.path(name), "rb") as file:
+            return file.read()
+
+    def run_bare(self, *arguments, text=b"", **options):
+        options.setdefault("stdout", subprocess.PIPE)
+        return Result(subprocess.run([LEMARA, *arguments], input=text, stderr=subprocess.PIPE,
+                                     cwd=self.folder.name, timeout=60, **options))
+
+    def run_command(self, command, *arguments, text=b"", **options):
+        return self.run_bare(command, "--config", "sareak.cfg", *arguments, text=text, **options)
+
+    def expect(self, result, status, out, err=""):
+        self.assertEqual((result.err, result.out.decode("utf-8", "backslashreplace"),
+                          result.status), (err, out, status))
+
+    # --- check ---
+
+    def markup(self, *tokens):
+        lines = ["<p>", '<es ezk="1" pzk="0">']
+        for number, (form, blank, verdict) in enumerate(tokens, 1):
+            lines += [f'<tok h="{number}" z="{"32" if blank else "0"}">', f"\t<frm>{form}</frm>",
+                      verdict, "</tok>"]
+        return "\n".join(lines + ["</es>", "</p>", ""])
+
+    OK = '\t<prop k="ok"/>'
+    UNKNOWN = '\t<prop k="ezz"/>'
+    EMPTY = '\t<prop k="ezz">\n\t</prop>'
+    HANDI = "\t<prop>\n\t\t<hobe>handi</hobe>\n\t</prop>"
+
+    def test_a_right_text(self):
+        self.expect(self.run_command("check", text="Ñabar etxea.\n".encode()), 0,
+                    self.markup(("Ñabar", True, self.OK), ("etxea", False, self.OK),
+                                (".", False, self.OK)))
+
+    def test_an_unknown_word(self):
+        self.expect(self.run_command("check", "--no-suggest", text=b"etxe zzz\n"), 1,
+                    self.markup(("etxe", True, self.OK), ("zzz", False, self.UNKNOWN)))
+        self.expect(self.run_command("check", "-", text=b"zzzzz"), 1,
+                    self.markup(("zzzzz", False, self.EMPTY)))
+
+    def test_a_better_form(self):
+        self.expect(self.run_command("check", text=b"haundi\n"), 1,
+                    self.markup(("haundi", False, self.HANDI)))
+
+    def test_proposals(self):
+        result = self.run_command("check", text=b"etxxea\n")
+        self.assertEqual(result.status, 1)
+        self.assertIn(b"\t\t<sugg>etxea</sugg>\n", result.out)
+
+    def test_typographic_text(self):
+        text = "\ufeff“etxea” ‘etxe’ n\u0303abar\u00a0etxe\u00ada\n"
+        self.expect(self.run_command("check", text=text.encode()), 0, self.markup(
+            ('"', False, self.OK), ("etxea", False, self.OK), ('"', True, self.OK),
+            ("'", False, self.OK), ("etxe", False, self.OK), ("'", True, self.OK),
+            ("ñabar", True, self.OK), ("etxea", False, self.OK)))
+
+    def test_a_character_beyond_latin_1(self):
+        self.expect(self.run_command("check", text="etxe €\n".encode()), 0,
+                    self.markup(("etxe", True, self.OK), ("*", False, self.OK)),
+                    'lemara check: standard input:1: U+20AC is beyond Latin-1; read as "*"\n')
+
+    def test_text_that_is_not_utf_8(self):
+        self.write("letter.txt", b"etxe\nma\xf1a\netxea\n")
+        result = self.run_command("check", "letter.txt")
+        self.assertEqual(result.status, 1)
+        self.assertEqual(result.err, "lemara check: letter.txt:2: not UTF-8 at byte 3; "
+                                     "line passed on unchecked\n")
+        one, other = self.markup(("etxe", False, self.OK)), self.markup(("etxea", False, self.OK))
+        self.assertEqual(result.out, one.encode() + b"ma\xf1a\n" + other.encode())
+
+    def test_latin_1(self):
+        result = self.run_command("check", "--encoding", "latin-1", text=b"\xf1abar\n")
+        self.assertEqual(result.out,
+                         self.markup(("ñabar", False, self.OK)).encode("latin-1"))
+        self.assertEqual(result.status, 0)
+
+    def test_paragraphs(self):
+        text = b"\n etxe\r\netxea\n\n \nhandi"
+        each = [self.markup((form, False, self.OK)) for form in ("etxe", "etxea", "handi")]
+        self.expect(self.run_command("check", text=text), 0, "".join(each))
+        self.expect(self.run_command("check", "--paragraphs", "blank", text=text), 0,
+                    self.markup(("etxe", True, self.OK), ("etxea", False, self.OK)) + each[2])
+
+    def test_several_files(self):
+        self.write("a.txt", b"etxe")
+        self.write("b.txt", b"etxea")
+        self.expect(self.run_command("check", "a.txt", "-", "b.txt", text=b"handi"), 0, "".join(
+            self.markup((form, False, self.OK)) for form in ("etxe", "handi", "etxea")))
+
+    def test_no_text(self):
+        self.expect(self.run_command("check"), 0, "")
+
+    def test_a_dictionary(self):
+        self.write("my.hp", "//\nblog\t<ARR>\t\t\tHP\n".encode("latin-1"))
+        self.assertEqual(self.run_command("check", text=b"bloga\n").status, 1)
+        self.expect(self.run_command("check", "--dictionary", "my.hp", text=b"blog Bloga\n"), 0,
+                    self.markup(("blog", True, self.OK), ("Bloga", False, self.OK)))
+
+    # --- analyze ---
+
+    def test_multext(self):
+        self.expect(self.run_command("analyze", text=b"etxea\n\nhaundi zz\n"), 0,
+                    "{p=1 s=1 z=1}\tEOS\netxea\tBOS\t=\\+Ize+Arr+Abs\n\n\n"
+                    "{p=2 s=1 z=2}\tEOS\nhaundi\tBOS\t=\\+Adj\nzz\tEOS\t=\\+Ezzg\n\n\n")
+        self.expect(self.run_command("analyze", "--format", "multext", "--values",
+                                     text=b"haundi\n"), 0,
+                    "{p=1 s=1 z=1}\tEOS\nhaundi\tBOS\t=\\+Adj<h=handi>\n\n\n")
+
+    def test_cg3(self):
+        self.expect(self.run_command("analyze", "--format", "cg3", text="ñabar\n".encode()), 0,
+                    '{p=1 s=1 z=1}\n"<EBUK>"\n\t"EBUK" EBUK\n<"ñabar">\n\t"ñabar" <id=1> ADJ\n'
+                    '"<EBUK>"\n\t"EBUK" EBUK\n')
+
+    def test_ikute(self):
+        self.expect(self.run_command("analyze", "--format", "ikute", text=b"zz\n"), 0,
+                    '<es eid="1" pid="1" >\n\t<tok hid=">\n\t\t<frm>zz</frm>\n\t</tok>\n</es>\n')
+
+    def test_zuzenlex(self):
+        self.expect(self.run_command("analyze", "--format", "zuzenlex", text=b"haundi\n"), 0,
+                    '<p>\n<es ezk="1" pzk="1">\n<tok h="1 z="0><frm>haundi</frm>\n<prop>\n'
+                    "<hobe>handi</hobe><hizt>eumorfo</hizt></prop>\n</tok>\n</es>\n</p>\n")
+
+    def test_the_engines_own_lines_stay_out(self):
+        # An unknown "]" makes the engine speak, and so does its end.
+        self.expect(self.run_command("analyze", text=b"etxe ] etxe\n"), 0,
+                    "{p=1 s=1 z=3}\tEOS\netxe\tBOS\t=\\+Ize+Arr\n]\t\t\n"
+                    "etxe\tEOS\t=\\+Ize+Arr\n\n\n")
+
+    # --- words ---
+
+    def test_valid(self):
+        self.expect(self.run_command("valid", "etxea", "Ñabar", "zz"), 1,
+                    "etxea\tvalid\nÑabar\tvalid\nzz\tunknown\n")
+        self.expect(self.run_command("valid", text="etxe\n\nñabar\n".encode()), 0,
+                    "etxe\tvalid\nñabar\tvalid\n")
+        self.expect(self.run_command("valid", "-", text=b"handi"), 0, "handi\tvalid\n")
+        self.expect(self.run_command("valid", "baso"), 1, "baso\tunknown\n")
+        self.expect(self.run_command("valid", "--deep", "baso"), 0, "baso\tvalid\n")
+
+    def test_a_word_that_is_not_utf_8(self):
+        self.expect(self.run_command("valid", text=b"etxe\n\xf1\n"), 1, "etxe\tvalid\n",
+                    "lemara valid: standard input:2: not UTF-8 at byte 1; word passed over\n")
+
+    def test_suggest(self):
+        self.expect(self.run_command("suggest", "etxxea"), 0, "etxxea\tetxea\n")
+        self.expect(self.run_command("suggest", "zzzzzz"), 1, "zzzzzz\n")
+
+    def test_generate(self):
+        self.expect(self.run_command("generate", "etxe", "IZE"), 0,
+                    "etxe\tetxe<IZE><ARR>\n")
+        self.expect(self.run_command("generate", "etxe", "<IZE>"), 0,
+                    "etxe\tetxe<IZE><ARR>\n")
+        self.expect(self.run_command("generate", "etxe", "ADI"), 1, "")
+        self.expect(self.run_command("generate", "-", "ADJ", text=b"handi\n"), 0,
+                    "handi\thandi<ADJ>\n")
+
+    def test_generate_an_unknown_word(self):
+        self.expect(self.run_command("generate", "blog", "ARR"), 0,
+                    "blog\tblog<IZE><ARR><hp4><MG>\nbloga\tblog<IZE><ARR><hp4><ABS>\n")
+
+    def test_lookup(self):
+        self.expect(self.run_command("lookup", "etx"), 0,
+                    "etxe\tetxe<IZE>\netxea\tetxea<IZE>\n")
+        self.expect(self.run_command("lookup", "baso "), 0, "baso bat\tbaso bat<IZE>\n")
+        self.expect(self.run_command("lookup", "q"), 1, "")
+
+    # --- files that can't be used ---
+
+    def refused(self, text, *arguments, err, **options):
+        self.expect(self.run_bare(*arguments, text=text, **options), 2, "", err)
+
+    def test_configurations(self):
+        name = "lemara check: "
+        for label, lines, err in [
+            ("a missing table", b"eumorfo.sare\n//\n\nzenbakiak.sare\n",
+             "c.cfg:4: no such table: zenbakiak.sare (looked for in .)"),
+            ("a folder", b"eumorfo.sare\n.\n", None),
+            ("a folder as a table", b"folder.sare\n", "c.cfg:1: folder.sare: is a directory"),
+            ("a device as a table", b"/dev/zero\n", None),
+            ("an indented path is a comment", b" eumorfo.sare\n",
+             'no network "eumorfo"; list a table with that file name in c.cfg'),
+            ("nothing", b"", 'no network "eumorfo"; list a table with that file name in c.cfg'),
+            ("no main network", b"hp.sare\n",
+             'no network "eumorfo"; list a table with that file name in c.cfg'),
+            ("a blank behind the path", b"eumorfo.sare \n",
+             "c.cfg:1: no such table: eumorfo.sare  (looked for in .)"),
+            ("a short name", b"eumorfo.sare\na.sare\n",
+             "c.cfg:2: the name of a table needs two characters before its first dot: a.sare"),
+            ("text that is no table", b"eumorfo.sare\nword.sare\n",
+             "c.cfg:2: word.sare is no table; see lemara table check"),
+            ("an empty table", b"eumorfo.sare\nempty.sare\n",
+             "c.cfg:2: empty.sare is no table; see lemara table check"),
+            ("eleven tables", b"eumorfo.sare\n" * 11,
+             "c.cfg:11: too many tables; at most 10 are loaded"),
+            ("binary", b"eumorfo.sare\n\0\n", "c.cfg: not a text file: it holds NUL bytes"),
+        ]:
+            with self.subTest(label):
+                os.makedirs(self.path("folder.sare"), exist_ok=True)
+                self.write("word.sare", b"hello\n")
+                self.write("empty.sare", b"")
+                self.write("a.sare", EUMORFO)
+                self.write("c.cfg", lines)
+                result = self.run_bare("check", "--config", "c.cfg", text=b"etxe\n")
+                self.assertEqual((result.out, result.status), (b"", 2))
+                if err is not None:
+                    self.assertEqual(result.err, name + err + "\n")
+
+    def test_configurations_that_work(self):
+        for label, lines in [
+            ("ten tables and comments", b"eumorfo.sare\n" * 10 + b"// end\n"),
+            ("line ends of Windows", b"eumorfo.sare\r\nhp.sare\r\n"),
+            ("no line feed at the end", b"eumorfo.sare"),
+            ("an absolute path", self.path("eumorfo.sare").encode() + b"\n"),
+        ]:
+            with self.subTest(label):
+                self.write("c.cfg", lines)
+                self.expect(self.run_bare("valid", "--config", "c.cfg", "etxe"), 0,
+                            "etxe\tvalid\n")
+
+    def test_endless_files(self):
+        self.write("c.cfg", b"eumorfo.sare\n//\n/dev/urandom\n")
+        self.refused(b"", "check", "--config", "c.cfg",
+                     err="lemara check: c.cfg:3: /dev/urandom: not a regular file\n")
+        self.refused(b"", "check", "--config", "/dev/urandom",
+                     err="lemara check: /dev/urandom: too large\n")
+        self.refused(b"", "check", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
+                     err="lemara check: /dev/zero: not a regular file\n")
+
+    def test_any_bytes_as_text(self):
+        noise = random.Random(7)
+        for encoding in ("utf-8", "latin-1"):
+            text = bytes(noise.randrange(256) for _ in range(20000))
+            result = self.run_command("check", "--no-suggest", "--encoding", encoding, text=text)
+            self.assertEqual(result.status, 1)
+        self.assertEqual(self.run_command("check", text=b"etxe " * 20000).status, 0)
+
+    def test_missing_files(self):
+        no_file = ": cannot open: No such file or directory\n"
+        self.refused(b"", "check", "--config", "x.cfg", err="lemara check: x.cfg" + no_file)
+        self.refused(b"", "check", "--config", ".", err="lemara check: .: is a directory\n")
+        self.refused(b"", "analyze", "--config", "sareak.cfg", "x.txt",
+                     err="lemara analyze: x.txt" + no_file)
+        self.refused(b"", "check", "--config", "sareak.cfg", ".",
+                     err="lemara check: .: is a directory\n")
+        self.refused(b"", "valid", "--config", "sareak.cfg", "--dictionary", "x.hp", "etxe",
+                     err="lemara valid: x.hp" + no_file)
+
+    def test_a_table_that_cant_be_read(self):
+        self.write("c.cfg", b"eumorfo.sare\n/proc/self/mem\n")
+        self.refused(b"", "check", "--config", "c.cfg", err=(
+            "lemara check: c.cfg:2: /proc/self/mem: cannot read: Input/output error\n"))
+
+    def test_dictionaries(self):
+        hint = '; a line is WORD, TAB, CLASS, as in "etxe", TAB, "<ARR>"\n'
+        for label, lines, err in [
+            ("a word alone", b"\nblog\n", "my.hp:2: no class tag behind the word" + hint),
+            ("a tag without brackets", b"blog\tARR>\n",
+             'my.hp:1: the class tag "ARR>" doesn\'t begin with "<"' + hint),
+            ("UTF-8", "ñabar\t<IZO>\n".encode(),
+             "my.hp: is UTF-8 and must be Latin-1; iconv -f utf-8 -t latin1 makes it so\n"),
+            ("binary", b"a\0b\t<ARR>\n", "my.hp: not a text file: it holds NUL bytes\n"),
+        ]:
+            with self.subTest(label):
+                self.write("my.hp", lines)
+                self.refused(b"", "valid", "--config", "sareak.cfg", "--dictionary", "my.hp",
+                             "etxe", err="lemara valid: " + err)
+
+    def test_dictionary_lines_that_are_passed_over(self):
+        self.write("my.hp", b"blog\t<ARR\nblog\t<ARR>\r\nb\t<ARR>\n")
+        self.expect(self.run_command("valid", "--dictionary", "my.hp", "etxe"), 0,
+                    "etxe\tvalid\n",
+                    'lemara valid: my.hp:1: the class tag doesn\'t end with ">"; '
+                    "line passed over\n"
+                    "lemara valid: my.hp:2: a carriage return behind the class tag; "
+                    "line passed over\n"
+                    "lemara valid: my.hp:3: a word needs two letters; line passed over\n")
+
+    def test_a_dictionary_without_hp(self):
+        self.write("c.cfg", b"eumorfo.sare\n")
+        self.write("my.hp", b"blog\t<ARR>\n")
+        self.refused(b"", "valid", "--config", "c.cfg", "--dictionary", "my.hp", "etxe",
+                     err='lemara valid: no network "hp", which a personal dictionary needs; list '
+                         "a table with that file name in the configuration\n")
+
+    # --- wrong usage ---
+
+    def test_usage(self):
+        for arguments, err in [
+            ((), "lemara: A subcommand is required; see lemara --help"),
+            (("chekc",), "lemara: unknown command chekc; see lemara --help"),
+            (("check", "--limti"), "lemara check: unknown option --limti; "
+                                   "see lemara check --help"),
+            (("generate", "etxe"), "lemara generate: TAG is required; see lemara generate --help"),
+            (("table",), "lemara table: A subcommand is required; see lemara table --help"),
+            (("table", "chekc"), "lemara table: unknown command chekc; see lemara table --help"),
+            (("table", "check"), "lemara table check: FILE is required; "
+                                 "see lemara table check --help"),
+            (("generate", "etxe", "IZE", "more"), "lemara generate: unexpected argument more; "
+                                                  "see lemara generate --help"),
+        ]:
+            with self.subTest(arguments):
+                self.refused(b"", *arguments, err=err + "\n")
+
+    def test_a_bad_value(self):
+        result = self.run_bare("analyze", "--format", "xml")
+        self.assertEqual((result.status, result.out), (2, b""))
+        self.assertIn("lemara analyze: --format: ", result.err)
+        self.assertIn("see lemara analyze --help", result.err)
+        self.assertEqual(result.err.count("\n"), 1)
+
+    def test_help_and_version(self):
+        result = self.run_bare("--version")
+        self.assertRegex(result.out.decode(), r"\Alemara \d+\.\d+\.\d+\n\Z")
+        self.assertEqual((result.status, result.err), (0, ""))
+        for command in ([], ["check"], ["analyze"], ["valid"], ["suggest"], ["generate"],
+                        ["lookup"], ["table"], ["table", "convert"], ["table", "check"],
+                        ["table", "stats"]):
+            with self.subTest(command):
+                result = self.run_bare(*command, "--help")
+                self.assertEqual((result.status, result.err), (0, ""))
+                self.assertIn("Usage: " + " ".join(["lemara", *command]), result.out.decode())
+                self.assertIn("Example", result.out.decode())
+
+    # --- writing ---
+
+    def test_a_full_disk(self):
+        with open("/dev/full", "wb") as full:
+            for arguments in (("valid", "--config", "sareak.cfg", "etxe"),
+                              ("table", "stats", "hp.sare"), ("--version",), ("--help",)):
+                with self.subTest(arguments):
+                    result = self.run_bare(*arguments, stdout=full)
+                    self.assertEqual(result.status, 2)
+                    self.assertIn("cannot write standard output: No space left on device",
+                                  result.err)
+
+    def test_a_closed_pipe(self):
+        reading, writing = os.pipe()
+        os.close(reading)
+        result = self.run_command("check", text=b"etxe\n", stdout=writing)
+        os.close(writing)
+        self.assertEqual(result.status, 2)
+        self.assertEqual(result.err, "lemara check: cannot write standard output: Broken pipe\n")
+
+    def test_no_standard_output(self):
+        result = self.run_command("check", text=b"etxe\n", stdout=None,
+                                  preexec_fn=lambda: os.close(1))
+        self.assertEqual(result.status, 2)
+        self.assertIn("cannot write standard output", result.err)
+
+    # --- tables ---
+
+    def test_convert(self):
+        self.write("w.att", "0\t1\tÑ\tÑ\n1\t2\t<IZE>\t@0@\n2\n".encode())
+        self.expect(self.run_bare("table", "convert", "--lower", "w.att", "-o", "w.sare"), 0, "")
+        self.assertEqual(self.read("w.sare"), b"0\t\xd1:\xf1\t1\n1\t<IZE>:<>\t2\nfinal: 2\n")
+        result = self.run_bare("table", "convert", "--lower", "-", "-o", "-",
+                               text=self.read("w.att"))
+        self.assertEqual((result.out, result.status), (self.read("w.sare"), 0))
+
+    def test_convert_keeps_the_old_table_if_it_fails(self):
+        self.write("w.sare", b"old")
+        self.write("w.att", "0\t1\tÑ\tÑ\n1\n".encode())
+        self.expect(self.run_bare("table", "convert", "w.att", "-o", "w.sare"), 2, "",
+                    'lemara table convert: w.att:1: arc 0 -> 1 "Ñ:Ñ": capital on the lower side, '
+                    "where no word would match; --lower lowers it\n")
+        self.assertEqual(self.read("w.sare"), b"old")
+        limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (4, 4))  # noqa: E731
+        result = self.run_bare("table", "convert", "--lower", "w.att", "-o", "w.sare",
+                               preexec_fn=limit)
+        self.assertNotEqual(result.status, 0)
+        self.assertEqual(self.read("w.sare"), b"old")
+
+    def test_convert_tells_the_first_refusals(self):
+        self.write("w.att", "".join(f"0\t1\t{chr(0x430 + i)}\ta\n" for i in range(25)).encode() +
+                   b"1\n")
+        result = self.run_bare("table", "convert", "w.att", "-o", "w.sare")
+        self.assertEqual(result.status, 2)
+        self.assertEqual(len(result.err.splitlines()), 21)
+        self.assertIn("w.att: 5 more of the kind\n", result.err)
+        self.assertFalse(os.path.exists(self.path("w.sare")))
+
+    def test_convert_notes_weights(self):
+        self.expect(self.run_bare("table", "convert", "-", "-o", "-", text=b"0\t1\ta\ta\t1.5\n1\n"),
+                    0, "0\ta\t1\nfinal: 1\n", "lemara table convert: standard input:1: a table has "
+                    "no weights; they are left out\n")
+
+    def test_convert_files(self):
+        self.refused(b"", "table", "convert", "x.att", "-o", "x.sare",
+                     err="lemara table convert: x.att: cannot open: No such file or directory\n")
+        self.refused(b"0\n", "table", "convert", "-", "-o", ".",
+                     err="lemara table convert: .: is a directory\n")
+        self.refused(b"0\n", "table", "convert", "-", "-o", "no/x.sare",
+                     err="lemara table convert: no/x.sare: cannot write: "
+                         "No such file or directory\n")
+        self.refused(b"0\n", "table", "convert", "-", "-o", "/dev/full",
+                     err="lemara table convert: /dev/full: cannot write: "
+                         "No space left on device\n")
+
+    def test_convert_writes_through_a_link(self):
+        self.write("real.sare", b"old")
+        os.chmod(self.path("real.sare"), 0o640)
+        os.symlink("real.sare", self.path("link.sare"))
+        self.expect(self.run_bare("table", "convert", "-", "-o", "link.sare", text=b"0\n"), 0, "")
+        self.assertTrue(os.path.islink(self.path("link.sare")))
+        self.assertEqual(self.read("real.sare"), b"final: 0\n")
+        self.assertEqual(os.stat(self.path("real.sare")).st_mode & 0o777, 0o640)
+
+    def test_table_check(self):
+        self.expect(self.run_bare("table", "check", "eumorfo.sare", "hp.sare"), 0, "")
+        self.write("bad.sare", b"0\tA\t1\n0\tb\t7\n\nfinal: 1\n")
+        self.expect(self.run_bare("table", "check", "bad.sare"), 1, (
+            'bad.sare:1: capital in the lower symbol "A"; words are lowered before they are '
+            "compared\n"
+            "bad.sare:2: no word ends behind state 7\n"
+            "bad.sare:2: the target 7 is outside the count of 2 states\n"
+            "bad.sare:3: line of 0 bytes; the loader passes over lines shorter than 5\n"
+            "bad.sare:4: the last record names state 1 and must name the highest, 7\n"))
+        self.refused(b"", "table", "check", "hp.sare", "x.sare",
+                     err="lemara table check: x.sare: cannot open: No such file or directory\n")
+
+    def test_table_stats(self):
+        result = self.run_bare("table", "stats", "-", text=HP)
+        self.assertEqual(result.status, 0)
+        self.assertIn("standard input\n", result.out.decode())
+        self.assertIn("  states                5\n", result.out.decode())
+        self.assertIn("  longest analysis      10 bytes\n", result.out.decode())
+
+
+if __name__ == "__main__":
+    LEMARA = os.path.abspath(sys.argv.pop(1))
+    unittest.main()

@@ -1,0 +1,20 @@
+// The subcommands of `lemara`, one file each.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace lemara::tools {
+
+/// Each adds one subcommand. When the command line names it, its callback does the work,
+/// writes the exit status to `status` and may throw Failure.
+void add_analyze(CLI::App& app, int& status);
+void add_check(CLI::App& app, int& status);
+void add_generate(CLI::App& app, int& status);
+void add_lookup(CLI::App& app, int& status);
+void add_suggest(CLI::App& app, int& status);
+void add_table(CLI::App& app, int& status);
+void add_valid(CLI::App& app, int& status);
+
+}  // namespace lemara::tools

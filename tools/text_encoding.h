@@ -1,0 +1,48 @@
+// The two encodings of the tools: UTF-8 outside, Latin-1 in the engine.
+// Tests: tests/tools/text_encoding_test.cpp.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace lemara::tools {
+
+/// The first byte of `text` that no valid UTF-8 has there (overlong forms, surrogates and
+/// numbers above U+10FFFF are not valid), or npos if all of `text` is valid.
+std::size_t find_invalid_utf8(std::string_view text);
+
+/// The character at byte `at` of valid UTF-8; moves `at` behind it.
+char32_t next_character(std::string_view text, std::size_t& at);
+
+/// Appends a character as UTF-8.
+void append_utf8(std::string& text, char32_t character);
+
+/// Latin-1 as UTF-8.
+std::string utf8_from_latin1(std::string_view latin1);
+
+/// Any bytes as UTF-8 that a terminal shows: control characters and bytes that are not
+/// UTF-8 stand as \\x1F.
+std::string printable(std::string_view text);
+
+/// Valid UTF-8 as Latin-1, letter for letter; a character that Latin-1 lacks ends the
+/// conversion with false and is in `missing`.
+bool latin1_exactly(std::string_view utf8, std::string& latin1, char32_t& missing);
+
+/// A text as the engine reads it, and what was not possible.
+struct EngineText {
+    std::string latin1;
+    std::size_t missing_at =
+        std::string_view::npos;  ///< byte of the first lost character
+    char32_t missing = 0;        ///< the first lost character
+};
+
+/// Valid UTF-8 as Latin-1 text for the engine, folded: typographic quotes become ' and ",
+/// dashes and the minus sign -, the ellipsis three dots, blanks of every width a blank;
+/// letter and combining accent become one letter; soft hyphens, zero-width characters and
+/// the byte order mark go. Any other character that Latin-1 lacks, and NUL, becomes "*"
+/// and is told: a sign that never ends a sentence.
+EngineText engine_text(std::string_view utf8);
+
+}  // namespace lemara::tools
