@@ -22,8 +22,8 @@ constexpr std::size_t LARGEST_CONFIGURATION = 1 << 20;  // bytes
 constexpr std::size_t LARGEST_TABLE = std::size_t{1} << 31;
 constexpr char CONFIGURATION_NAME[] = "sareak.cfg";
 
-/// Where the installed tables are, from the folder of the library and of programs.
-constexpr const char* FROM_LIBRARY[] = {LEMARA_TABLES_FROM_LIBDIR};
+/// Where the tables are, from the folder of the library and of programs: as installed, as built.
+constexpr const char* FROM_LIBRARY[] = {LEMARA_TABLES_FROM_LIBDIR, "../lexicon"};
 constexpr const char* FROM_PROGRAM[] = {LEMARA_TABLES_FROM_BINDIR, "../lexicon"};
 
 bool is_comment(std::string_view line) {
