@@ -6,7 +6,8 @@
 #include "lemara/checker.h"
 
 /// \file
-/// Findings and tokens as JSON, each an object in one line: what all tools print and send.
+/// Findings and tokens as JSON, each an object in one line: what all tools print and
+/// send.
 
 namespace lemara {
 
@@ -21,7 +22,8 @@ namespace lemara {
 
 /// {"text":"etxeak","line":1,"column":1,"columnUtf16":1,"bytes":[0,6],"codePoints":[0,6],
 ///  "utf16":[0,6],"paragraph":0,"sentence":0,"known":true,"foreign":false,"blankFollows":false,
-///  "readings":[{"lemma":"etxe","tags":["IZE","ARR"],"network":"eumorfo","analysis":"etxe<IZE>"}]}
+///  "readings":[{"lemma":"etxe","tags":["IZE"],"network":"eumorfo",
+///   "analysis":"etxe<IZE>"}]}
 ///
 /// A reading has "better", "instead" and "source" too if it recommends something.
 [[gnu::visibility("default")]] std::string to_json(const Token& token);

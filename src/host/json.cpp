@@ -10,7 +10,8 @@ namespace lemara {
 
 namespace {
 
-void append_pair(std::string& json, const char* name, std::size_t begin, std::size_t end) {
+void append_pair(std::string& json, const char* name, std::size_t begin,
+                 std::size_t end) {
     json += std::string(",\"") + name + "\":[" + std::to_string(begin) + ',' +
             std::to_string(end) + ']';
 }
@@ -44,7 +45,8 @@ std::string list_of(std::string_view names) {
 }
 
 void append_reading(std::string& json, const Reading& reading) {
-    json += "{\"lemma\":" + json_string(reading.lemma) + ",\"tags\":" + list_of(reading.tags);
+    json +=
+        "{\"lemma\":" + json_string(reading.lemma) + ",\"tags\":" + list_of(reading.tags);
     append_text(json, "network", reading.network);
     append_text(json, "analysis", reading.raw);
     if (!reading.better.empty()) append_text(json, "better", reading.better);
@@ -61,19 +63,31 @@ std::string json_string(std::string_view text) {
         const host::Character c = host::character_at(text, at);
         at += c.length;
         switch (c.code) {
-            case '"': json += "\\\""; break;
-            case '\\': json += "\\\\"; break;
-            case '\n': json += "\\n"; break;
-            case '\r': json += "\\r"; break;
-            case '\t': json += "\\t"; break;
+            case '"':
+                json += "\\\"";
+                break;
+            case '\\':
+                json += "\\\\";
+                break;
+            case '\n':
+                json += "\\n";
+                break;
+            case '\r':
+                json += "\\r";
+                break;
+            case '\t':
+                json += "\\t";
+                break;
             default: {
                 // Line separators end a line in some languages that JSON is pasted into.
-                if (c.code >= 0x20 && c.code != 0x7F && c.code != 0x2028 && c.code != 0x2029) {
+                if (c.code >= 0x20 && c.code != 0x7F && c.code != 0x2028 &&
+                    c.code != 0x2029) {
                     host::append_utf8(json, c.code);
                     break;
                 }
                 char escape[8];
-                std::snprintf(escape, sizeof escape, "\\u%04X", static_cast<unsigned>(c.code));
+                std::snprintf(escape, sizeof escape, "\\u%04X",
+                              static_cast<unsigned>(c.code));
                 json += escape;
             }
         }
@@ -97,8 +111,8 @@ std::string to_json(const Token& token) {
     std::string json = "{\"text\":" + json_string(token.text);
     append_span(json, token.span);
     json += ",\"paragraph\":" + std::to_string(token.paragraph) +
-            ",\"sentence\":" + std::to_string(token.sentence) + ",\"known\":" +
-            truth(token.known) + ",\"foreign\":" + truth(token.foreign) +
+            ",\"sentence\":" + std::to_string(token.sentence) +
+            ",\"known\":" + truth(token.known) + ",\"foreign\":" + truth(token.foreign) +
             ",\"blankFollows\":" + truth(token.blank_follows) + ",\"readings\":[";
     for (std::size_t i = 0; i < token.readings.size(); ++i) {
         if (i > 0) json += ',';

@@ -1,5 +1,5 @@
-// Whatever bytes the files have, opening a checker comes to an end with a checker or a reason, and
-// a word that is added to a dictionary is found in it.
+// Whatever bytes the files have, opening a checker comes to an end with a checker or a
+// reason, and a word that is added to a dictionary is found in it.
 #include <random>
 
 #include "host_world.h"
@@ -15,10 +15,18 @@ std::string damaged(std::string bytes, std::mt19937& random) {
         const std::size_t at = random() % bytes.size();
         const std::size_t length = random() % 8;
         switch (random() % 4) {
-            case 0: bytes[at] = static_cast<char>(random()); break;
-            case 1: bytes.erase(at, length); break;
-            case 2: bytes.insert(at, bytes.substr(random() % bytes.size(), length)); break;
-            default: bytes.resize(at); break;
+            case 0:
+                bytes[at] = static_cast<char>(random());
+                break;
+            case 1:
+                bytes.erase(at, length);
+                break;
+            case 2:
+                bytes.insert(at, bytes.substr(random() % bytes.size(), length));
+                break;
+            default:
+                bytes.resize(at);
+                break;
         }
     }
     return bytes;
@@ -34,10 +42,12 @@ std::string image_of_lexicon() {
 
 TEST(FilesFuzz, OpeningEndsWithACheckerOrAReason) {
     HostWorld world;
-    const std::string texts[] = {
-        small_lexicon().text(), personal_table(), image_of_lexicon(),
-        "eumorfo.sare\nhp.sare\n// comment\n",
-        "// mine\nzapaburu\t<ARR>\t\t\tHP\nMikel\t<PIB>\n\361o\t<LIB>\tx\ty\tz\nkaixo|<ARR>\n"};
+    const std::string texts[] = {small_lexicon().text(), personal_table(),
+                                 image_of_lexicon(),
+                                 "eumorfo.sare\nhp.sare\n// comment\n",
+                                 "// "
+                                 "mine\nzapaburu\t<ARR>\t\t\tHP\nMikel\t<PIB>\n\361o\t<"
+                                 "LIB>\tx\ty\tz\nkaixo|<ARR>\n"};
     const std::string names[] = {"eumorfo.sare", "hp.sare", "eumorfo.sare", "sareak.cfg",
                                  "h.txt"};
     world.settings.dictionary = world.folder.path("h.txt");
