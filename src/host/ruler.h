@@ -1,5 +1,5 @@
 // Places in a text: bytes to code points, UTF-16 units, lines and columns, in one pass.
-// Tests: tests/host/ruler_test.cpp.
+// Tests: tests/host/positions_test.cpp.
 #pragma once
 
 #include <cstddef>
@@ -14,8 +14,8 @@ class Ruler {
 public:
     explicit Ruler(std::string_view text) : text_(text) {}
 
-    /// The span of some bytes, which begin and end between characters. Calls come in the order of
-    /// `bytes.begin`.
+    /// The span of some bytes, which begin and end between characters. Calls come in the
+    /// order of `bytes.begin`.
     Span measure(Bytes bytes);
 
 private:
