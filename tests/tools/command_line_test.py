@@ -391,7 +391,7 @@ class CommandLine(unittest.TestCase):
         self.assertEqual((result.status, result.err), (0, ""))
         for command in ([], ["check"], ["analyze"], ["valid"], ["suggest"], ["generate"],
                         ["lookup"], ["table"], ["table", "convert"], ["table", "check"],
-                        ["table", "stats"]):
+                        ["table", "stats"], ["table", "compile"], ["table", "text"]):
             with self.subTest(command):
                 result = self.run_bare(*command, "--help")
                 self.assertEqual((result.status, result.err), (0, ""))
@@ -501,6 +501,103 @@ class CommandLine(unittest.TestCase):
         self.assertIn("standard input\n", result.out.decode())
         self.assertIn("  states                5\n", result.out.decode())
         self.assertIn("  longest analysis      10 bytes\n", result.out.decode())
+
+    # --- compiled tables ---
+
+    def compile(self):
+        for name in ("eumorfo", "hp"):
+            self.expect(self.run_bare("table", "compile", name + ".sare", "-o", name + ".sarec"),
+                        0, "")
+        self.write("compiled.cfg", b"eumorfo.sarec\nhp.sarec\n")
+
+    def test_compiled_tables_answer_like_their_text(self):
+        self.compile()
+        self.write("my.hp", b"blog\t<ARR>\n")
+        for arguments, text in [
+            (("check",), "Ñabar etxxea haundi.\n".encode()),
+            (("analyze", "--dictionary", "my.hp"), b"etxea bloga zz\n"),
+            (("generate", "blog", "ARR"), b""),
+            (("lookup", "etx"), b""),
+        ]:
+            with self.subTest(arguments):
+                plain = self.run_command(arguments[0], *arguments[1:], text=text)
+                result = self.run_bare(arguments[0], "--config", "compiled.cfg", *arguments[1:],
+                                       text=text)
+                self.assertNotEqual(plain.out, b"")
+                self.expect(result, plain.status, plain.out.decode())
+
+    def test_a_compiled_table_is_known_by_its_bytes(self):
+        self.compile()
+        os.rename(self.path("eumorfo.sarec"), self.path("eumorfo.sare"))
+        self.expect(self.run_command("valid", "etxe"), 0, "etxe\tvalid\n")
+
+    def test_a_damaged_compiled_table(self):
+        self.compile()
+        image = self.read("eumorfo.sarec")
+        told = "eumorfo.sarec: unusable compiled table: "
+        for label, bytes_, why in [
+            ("a byte flipped", image[:100] + bytes([image[100] ^ 1]) + image[101:],
+             "damaged: its checksum is wrong"),
+            ("cut", image[:-1], f"of {len(image) - 1} bytes where its header says {len(image)}"),
+            ("the header alone", image[:20], "cut short in its header"),
+        ]:
+            with self.subTest(label):
+                self.write("eumorfo.sarec", bytes_)
+                self.refused(b"", "valid", "--config", "compiled.cfg", "etxe",
+                             err="lemara valid: compiled.cfg:1: " + told + why + "\n")
+                self.expect(self.run_bare("table", "check", "eumorfo.sarec"), 1,
+                            told + why + "\n")
+                self.refused(b"", "table", "stats", "eumorfo.sarec",
+                             err="lemara table stats: " + told + why + "\n")
+
+    def test_any_byte_flipped(self):
+        self.compile()
+        image = self.read("hp.sarec")
+        self.write("one.cfg", b"eumorfo.sare\nhp.sarec\n")
+        noise = random.Random(11)
+        for _ in range(40):
+            at = noise.randrange(8, len(image))  # before that it is no compiled table at all
+            self.write("hp.sarec", image[:at] + bytes([image[at] ^ 1 << noise.randrange(8)]) +
+                       image[at + 1:])
+            result = self.run_bare("valid", "--config", "one.cfg", "etxe")
+            self.assertEqual((result.status, result.out), (2, b""), at)
+            self.assertIn("hp.sarec: unusable compiled table: ", result.err)
+
+    def test_compiled_and_back(self):
+        self.compile()
+        self.expect(self.run_bare("table", "check", "eumorfo.sarec", "hp.sarec"), 0, "")
+        self.expect(self.run_bare("table", "text", "hp.sarec", "-o", "back.sare"), 0, "")
+        again = self.run_bare("table", "compile", "back.sare", "-o", "-")
+        self.assertEqual(again.out, self.read("hp.sarec"))
+        stats = self.run_bare("table", "stats", "hp.sarec").out.decode()
+        self.assertIn("  form                  compiled\n", stats)
+        self.assertIn("  states                5\n", stats)
+
+    def test_compile_files(self):
+        name = "lemara table compile: "
+        self.compile()
+        self.write("word.sare", b"hello\n")
+        self.write("bad.sare", b"0\tA\t1\nfinal: 1\n")
+        self.refused(b"", "table", "compile", "hp.sarec", "-o", "x",
+                     err=name + "hp.sarec: is a compiled table already\n")
+        self.refused(b"", "table", "compile", "word.sare", "-o", "x",
+                     err=name + "word.sare: no table; it holds no record\n")
+        self.expect(self.run_bare("table", "compile", "bad.sare", "-o", "bad.sarec"), 1, "",
+                    name + "bad.sare: compiled, but it has 1 defect; lemara table check lists "
+                    "them\n")
+        self.expect(self.run_bare("table", "check", "bad.sarec"), 1, 'bad.sarec: capital in the '
+                    'lower symbol "A"; words are lowered before they are compared\n')
+        self.assertFalse(os.path.exists(self.path("x")))
+        self.refused(b"", "table", "text", "hp.sare", "-o", "x", err="lemara table text: "
+                     "hp.sare: unusable compiled table: not a compiled table\n")
+
+    def test_compile_keeps_the_old_table_if_it_fails(self):
+        self.write("old.sarec", b"old")
+        limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (64, 64))  # noqa: E731
+        result = self.run_bare("table", "compile", "hp.sare", "-o", "old.sarec",
+                               preexec_fn=limit)
+        self.assertNotEqual(result.status, 0)
+        self.assertEqual(self.read("old.sarec"), b"old")
 
 
 if __name__ == "__main__":
