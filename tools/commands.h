@@ -11,6 +11,7 @@ namespace lemara::tools {
 /// writes the exit status to `status` and may throw Failure.
 void add_analyze(CLI::App& app, int& status);
 void add_check(CLI::App& app, int& status);
+void add_coverage(CLI::App& app, int& status);
 void add_generate(CLI::App& app, int& status);
 void add_lookup(CLI::App& app, int& status);
 void add_suggest(CLI::App& app, int& status);

@@ -77,6 +77,7 @@ int run(int count, char** arguments) {
         "  lemara suggest etxxea");
     add_check(app, status);
     add_analyze(app, status);
+    add_coverage(app, status);
     add_valid(app, status);
     add_suggest(app, status);
     add_generate(app, status);
