@@ -288,7 +288,7 @@ TEST(LemaraCheck, GivesEachTokenItsVerdict) {
 }
 
 TEST(LemaraCheck, AClosingBracketWarnsAndGetsAnEmptyVerdict) {
-    Lemara& world = engine();  // made before, since it writes while it loads
+    const Lemara& world = engine();  // made before, since it writes while it loads
     std::string markup;
     EXPECT_EQ(lemara::test::stdout_of(
                   [&] { markup = world.getParagrafoaZuzenlex("]", true); }),
