@@ -140,12 +140,8 @@ int cover(const CoverageArguments& arguments) {
         progress.reached(reader.bytes_read());
     }
     progress.wipe();
-    if (complaints > 0) {
-        message(first_complaint + (complaints == 1 ? ""
-                                                   : "; so are " +
-                                                         std::to_string(complaints - 1) +
-                                                         " more lines, or alike"));
-    }
+    if (complaints > 0) message(first_complaint);
+    if (complaints > 1) message(std::to_string(complaints - 1) + " more of the kind");
     session.write(table_of(types));
     const auto unknown = unknown_ones(types, arguments.top);
     if (!unknown.empty()) session.write("\n");

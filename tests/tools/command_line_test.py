@@ -241,6 +241,42 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_command("lookup", "baso "), 0, "baso bat\tbaso bat<IZE>\n")
         self.expect(self.run_command("lookup", "q"), 1, "")
 
+    # --- coverage ---
+
+    def coverage(self, *rows):
+        head = f"{'':26}{'tokens':>10}{'known':>10}{'share':>10}{'types':>10}{'known':>10}" \
+               f"{'share':>10}\n"
+        names = ("words", "  beginning in lower case", "  capitalised", "  all capitals",
+                 "  with digits", "numbers", "punctuation")
+        return head + "".join(f"{name:26}" + "".join(f"{cell:>10}" for cell in row) + "\n"
+                              for name, row in zip(names, rows))
+
+    def test_coverage(self):
+        none = (0, 0, "-", 0, 0, "-")
+        text = "etxe etxe baso bat zz Zz ZZ zz z3 12, etxe.\n\nÑabar .\n".encode()
+        # "baso bat" is one token; and no table here knows numbers.
+        known = self.coverage((11, 5, "45.45 %", 8, 3, "37.50 %"),
+                              (6, 4, "66.67 %", 3, 2, "66.67 %"),
+                              (2, 1, "50.00 %", 2, 1, "50.00 %"),
+                              (1, 0, "0.00 %", 1, 0, "0.00 %"),
+                              (1, 0, "0.00 %", 1, 0, "0.00 %"),
+                              (1, 0, "0.00 %", 1, 0, "0.00 %"),
+                              (3, 2, "66.67 %", 2, 1, "50.00 %"))
+        self.write("a.txt", text)
+        result = self.run_command("coverage", "a.txt")
+        self.expect(result, 0, known + "\n2\tzz\n1\t,\n1\t12\n1\tZZ\n1\tZz\n1\tz3\n")
+        self.expect(self.run_command("coverage", "--top", "1", "-", text=text), 0,
+                    known + "\n2\tzz\n")
+        self.expect(self.run_command("coverage", "--top", "0", "-", text=text), 0, known)
+        self.expect(self.run_command("coverage"), 0, self.coverage(*[none] * 7))
+
+    def test_coverage_of_lines_that_cant_be_read(self):
+        result = self.run_command("coverage", text="etxe\n".encode() + b"\xff\n\xff\n")
+        self.assertEqual(result.status, 1)
+        self.assertEqual(result.err, "lemara coverage: standard input:2: not UTF-8 at byte 1; "
+                         "line passed on unchecked\nlemara coverage: 1 more of the kind\n")
+        self.assertIn(f"{'words':26}{1:10}{1:10}", result.out.decode())
+
     # --- files that can't be used ---
 
     def refused(self, text, *arguments, err, **options):
@@ -390,7 +426,7 @@ class CommandLine(unittest.TestCase):
         self.assertRegex(result.out.decode(), r"\Alemara \d+\.\d+\.\d+\n\Z")
         self.assertEqual((result.status, result.err), (0, ""))
         for command in ([], ["check"], ["analyze"], ["valid"], ["suggest"], ["generate"],
-                        ["lookup"], ["table"], ["table", "convert"], ["table", "check"],
+                        ["lookup"], ["coverage"], ["table"], ["table", "convert"], ["table", "check"],
                         ["table", "stats"], ["table", "compile"], ["table", "text"]):
             with self.subTest(command):
                 result = self.run_bare(*command, "--help")
