@@ -121,7 +121,6 @@ private:
     bool is_valid_text(const std::string& text) const;
     bool is_in_networks(const std::string& word) const;
     bool begins_entry(const std::string& word) const;
-    std::vector<Analisia> entries_behind(const Tokena& token) const;
     std::string verdict_of_unknown(const Tokena& token, bool proposatu) const;
     std::string verdict_of_known(const Tokena& token) const;
 };

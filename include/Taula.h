@@ -184,4 +184,5 @@ private:
 
     void unfold();
     bool load_image();
+    bool load_text_file();
 };

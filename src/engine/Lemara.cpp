@@ -4,11 +4,12 @@
 #include "Lemara.h"
 
 #include <fstream>
-#include <iostream>
 #include <mutex>
+#include <ostream>
 #include <stdexcept>
 #include <utility>
 
+#include "analysis/messages.h"
 #include "analysis/text_pieces.h"
 #include "text/sentence_analysis.h"
 
@@ -30,18 +31,18 @@ std::vector<std::string> read_paths(const std::string& configuration) {
         if (is_comment(line)) continue;
         // The limit is tested before the file is looked at: a missing one counts as well.
         if (paths.size() == MOST_TABLES) {
-            std::cout << "kargatu_sareak: Taula kopuru handiegia: " << MOST_TABLES
+            lemara::messages() << "kargatu_sareak: Taula kopuru handiegia: " << MOST_TABLES
                       << " da topea!\n";
             break;
         }
         if (line.back() == '\r') line.pop_back();
         if (!file_exists(line)) {
-            std::cout << "Ezin da ireki '" << line << "'\n";
+            lemara::messages() << "Ezin da ireki '" << line << "'\n";
             continue;
         }
         paths.push_back(line);
     }
-    std::cout.flush();
+    lemara::messages().flush();
     return paths;
 }
 
@@ -105,7 +106,7 @@ Lemara::Lemara(const std::string& configuration, const std::string& dictionary_p
 }
 
 Lemara::~Lemara() {
-    std::cout << "Taulak husten...\n" << std::flush;
+    lemara::messages() << "Taulak husten...\n" << std::flush;
     for (auto& entry : sareak) {
         Sarea* network = entry.second;
         if (network == nullptr) continue;
@@ -132,7 +133,7 @@ void Lemara::kargatu_sareak() {
         Sarea*& slot = sareak[key];
         ordezkatuak.emplace_back(slot);  // a host may hold the network that is replaced
         slot = network.release();
-        std::cout << std::endl;  // Kept on purpose: a blank line for each network.
+        lemara::messages() << std::endl;  // Kept on purpose: a blank line for each network.
     }
 }
 

@@ -8,16 +8,13 @@
 
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
+#include "engine/verdicts.h"
 
 using lemara::contains;
 
 namespace {
 
 constexpr int MOST_ENTRIES = 5;  // multi-word entries shown for one unknown word
-
-bool is_unknown(const Tokena& token) {
-    return token.analisiak.size() == 1 && token.analisiak[0].etiketa == " EZZG";
-}
 
 std::string element(const std::string& name, const std::string& text) {
     return "\n\t\t<" + name + ">" + text + "</" + name + ">";
@@ -29,27 +26,35 @@ void restore_case(std::string& form, int case_class) {
     if (case_class == 1 && !form.empty()) form[0] = lemara::standard_toupper(form[0]);
 }
 
+/// Equal lengths may come in any order; they keep theirs, on every standard library.
+std::vector<Analisia> shortest_first(std::vector<Analisia> entries) {
+    std::stable_sort(entries.begin(), entries.end(), Analisia::CompareLemaLuzera);
+    return entries;
+}
+
 }  // namespace
 
-std::vector<Analisia> Lemara::entries_behind(const Tokena& token) const {
+bool lemara::is_unknown(const Tokena& token) {
+    return token.analisiak.size() == 1 && token.analisiak[0].etiketa == " EZZG";
+}
+
+std::vector<Analisia> lemara::entries_behind(const Lemara& engine, const Tokena& token) {
     const std::string start = token.testua + ' ';
-    std::vector<Analisia> entries = bilatuHasiera(start, true);
-    if (token.maiuskula <= 0) return entries;
-    for (Analisia& entry : bilatuHasiera(tolowercase(start), true)) {
+    std::vector<Analisia> entries = engine.bilatuHasiera(start, true);
+    if (token.maiuskula <= 0) return shortest_first(std::move(entries));
+    for (Analisia& entry : engine.bilatuHasiera(tolowercase(start), true)) {
         restore_case(entry.forma, token.maiuskula);
         const bool known = std::any_of(
             entries.begin(), entries.end(),
             [&](const Analisia& other) { return other.forma == entry.forma; });
         if (!known) entries.push_back(std::move(entry));
     }
-    return entries;
+    return shortest_first(std::move(entries));
 }
 
 std::string Lemara::verdict_of_unknown(const Tokena& token, bool proposatu) const {
-    std::vector<Analisia> entries = entries_behind(token);
+    const std::vector<Analisia> entries = lemara::entries_behind(*this, token);
     if (!entries.empty()) {
-        // Equal lengths may come in any order; they keep theirs, on every standard library.
-        std::stable_sort(entries.begin(), entries.end(), Analisia::CompareLemaLuzera);
         std::string verdict = "\n\t<prop k=\"ezz\" h=\"bai\">";
         int count = 0;
         for (const Analisia& entry : entries) {
@@ -73,25 +78,19 @@ std::string Lemara::verdict_of_unknown(const Tokena& token, bool proposatu) cons
 
 std::string Lemara::verdict_of_known(const Tokena& token) const {
     std::string verdict = "\n\t<prop>";
-    for (const Analisia& analysis : token.analisiak) {
-        if (contains(analysis.analisia, "<Rare>")) continue;
-        // One clean analysis clears the token, whatever was collected before it.
-        if (analysis.hobe.empty() && analysis.erabili.empty()) return "\n\t<prop k=\"ok\"/>";
-        const std::string name = analysis.hobe.empty() ? "erabili" : "hobe";
-        const std::string& lemmas = analysis.hobe.empty() ? analysis.erabili : analysis.hobe;
-        const Sarea* network = find_network(analysis.hiztegia);
-        const std::vector<Analisia> forms = network == nullptr
-                                                ? std::vector<Analisia>()
-                                                : network->ordeztuForma(lemmas, analysis);
-        for (const Analisia& form : forms) {
-            // Kept on purpose: sought anywhere in the verdict so far, mark-up included.
-            if (!contains(verdict, form.forma)) verdict += element(name, form.forma);
-        }
-        if (forms.empty() && !contains(verdict, ">" + lemmas + "<")) {
-            verdict += element(name, sortu_forma_ezezaguna(lemmas, analysis.etiketa));
-        }
-    }
-    return verdict + "\n\t</prop>";
+    const bool clean = lemara::for_each_recommendation(
+        *this, token, [&](const lemara::Recommendation& advice) {
+            const std::string name = advice.instead ? "erabili" : "hobe";
+            for (const Analisia& form : advice.forms) {
+                // Kept on purpose: sought anywhere in the verdict so far, mark-up included.
+                if (!contains(verdict, form.forma)) verdict += element(name, form.forma);
+            }
+            if (advice.forms.empty() && !contains(verdict, ">" + advice.lemmas + "<")) {
+                verdict += element(
+                    name, sortu_forma_ezezaguna(advice.lemmas, advice.analysis.etiketa));
+            }
+        });
+    return clean ? "\n\t<prop k=\"ok\"/>" : verdict + "\n\t</prop>";
 }
 
 std::string Lemara::getParagrafoaZuzenlex(const std::string& testua, bool proposatu) const {
@@ -105,7 +104,7 @@ std::string Lemara::getParagrafoaZuzenlex(const std::string& testua, bool propos
         for (const Tokena& token : sentence.tokenak) {
             out << "<tok h=\"" << ++number << "\" z=\"" << (token.hutsunea ? "32" : "0")
                 << "\">\n\t<frm>" << token.testua << "</frm>"
-                << (is_unknown(token) ? verdict_of_unknown(token, proposatu)
+                << (lemara::is_unknown(token) ? verdict_of_unknown(token, proposatu)
                                       : verdict_of_known(token))
                 << "\n</tok>\n";
         }

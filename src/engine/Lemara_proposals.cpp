@@ -8,6 +8,7 @@
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
 #include "engine/CandidateJudge.h"
+#include "engine/propose.h"
 #include "proposals/edits.h"
 
 namespace {
@@ -31,14 +32,16 @@ void restore_case(const std::string& word, std::vector<std::string>& proposals) 
 
 }  // namespace
 
-std::vector<std::string> Lemara::lortu_ezzg_proposamenak(const std::string& hitza) const {
-    const lemara::CandidateJudge judge(*this, hitza);
+std::vector<std::string> lemara::propose(const Lemara& engine, const std::string& hitza,
+                                         const std::function<bool()>& go_on) {
+    const CandidateJudge judge(engine, hitza);
     std::vector<std::string> proposals;
 
     // Visitors that keep the edits of a word that are valid: all of them, or up to the limit.
     const auto keep_from = [&](const std::string& word, std::size_t limit) {
-        return [&, limit](const lemara::Edit& edit) {
-            if (judge.is_valid(word, edit)) proposals.push_back(lemara::applied(word, edit));
+        return [&, limit](const Edit& edit) {
+            if (go_on && !go_on()) return false;
+            if (judge.is_valid(word, edit)) proposals.push_back(applied(word, edit));
             return proposals.size() < limit;
         };
     };
@@ -50,20 +53,24 @@ std::vector<std::string> Lemara::lortu_ezzg_proposamenak(const std::string& hitz
     };
 
     for (std::string& candidate : sortu_proposamen_hautagaiak_MAI(hitza.c_str())) {
-        if (isValid(candidate, false)) proposals.push_back(std::move(candidate));
+        if (engine.isValid(candidate, false)) proposals.push_back(std::move(candidate));
     }
-    lemara::for_each_swap(judge.typed(), all_of(judge.typed()));
-    lemara::for_each_known_error(judge.folded(), all_of(judge.folded()));
+    for_each_swap(judge.typed(), all_of(judge.typed()));
+    for_each_known_error(judge.folded(), all_of(judge.folded()));
     if (proposals.empty()) {
-        lemara::for_each_letter_too_many_or_few(judge.folded(), some_of(judge.folded()));
+        for_each_letter_too_many_or_few(judge.folded(), some_of(judge.folded()));
         // Kept on purpose: missing blanks come behind letters, in what is generated before.
         if (proposals.size() < MOST_LATE_PROPOSALS) {
-            lemara::for_each_missing_blank(judge.folded(), some_of(judge.folded()));
+            for_each_missing_blank(judge.folded(), some_of(judge.folded()));
         }
     }
     if (proposals.empty()) {
-        lemara::for_each_wrong_letter(judge.typed(), some_of(judge.typed()));
+        for_each_wrong_letter(judge.typed(), some_of(judge.typed()));
     }
     restore_case(hitza, proposals);
     return proposals;
+}
+
+std::vector<std::string> Lemara::lortu_ezzg_proposamenak(const std::string& hitza) const {
+    return lemara::propose(*this, hitza, nullptr);
 }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tables/forms.h"
+#include "tables/inside.h"
 #include "tables/token_walk.h"
 
 long file_length = 0;
@@ -18,10 +19,6 @@ bool is_index(int state, const std::vector<Egoera*>& states) {
 }
 
 }  // namespace
-
-struct lemara::TableInside {
-    static TableForms& forms(const Taula& table) { return *table.formak; }
-};
 
 const lemara::PackedView& lemara::packed_form(const Taula& table) {
     return TableInside::forms(table).packed(table.egoerak);

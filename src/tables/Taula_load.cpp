@@ -9,16 +9,19 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
-#include <iostream>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
 #include "Taula.h"
+#include "analysis/messages.h"
 #include "analysis/text_pieces.h"
 #include "lemara/compiled_table.h"
 #include "tables/forms.h"
 #include "tables/image.h"
+#include "tables/inside.h"
+#include "tables/load.h"
 #include "tables/token_walk.h"
 
 using lemara::starts_with;
@@ -242,6 +245,13 @@ void Taula::kargatu() {
     }
 }
 
+bool lemara::load_table(Taula& table) {
+    if (TableInside::load_image(table)) return packed_form(table).state_count > 0;
+    if (!contains(table.fitxategia, "SARE8")) return TableInside::load_text_file(table);
+    table.kargatu_enkriptatua();
+    return !table.egoerak.empty();
+}
+
 void Taula::kargatu_enkriptatua() {
     const File file(std::fopen(fitxategia.c_str(), "rb"));
     if (!file) return;
@@ -250,12 +260,16 @@ void Taula::kargatu_enkriptatua() {
 }
 
 void Taula::kargatu_taula() {
+    if (load_text_file()) return;
+    lemara::messages() << fitxategia << " ez da existitzen.\n" << std::flush;
+    std::exit(0);
+}
+
+/// False, with a message, if the file can't be opened.
+bool Taula::load_text_file() {
     const int count = kontataulaSFST(fitxategia.c_str());
     const File file(std::fopen(fitxategia.c_str(), "r"));
-    if (!file) {
-        std::cout << fitxategia << " ez da existitzen.\n" << std::flush;
-        std::exit(0);
-    }
+    if (!file) return false;
     unfold();
     add_states(*this, count, size_of(file.get()));
     std::string line;
@@ -266,6 +280,7 @@ void Taula::kargatu_taula() {
         if (text.size() >= SHORTEST_RECORD) add_record(*this, read_record(text));
     }
     finish(*this);
+    return true;
 }
 
 void Taula::kargatu_taula(const char* testua, long kopurua) {
@@ -293,8 +308,8 @@ void Taula::kargatu_taula(const char* testua, long kopurua) {
 int Taula::kontataulaSFST(const char* path) const {
     const File file(path == nullptr ? nullptr : std::fopen(path, "r"));
     if (!file) {
-        std::printf("[%s ]  kontatzeko taula ezin da ireki!", path == nullptr ? "" : path);
-        std::fflush(stdout);
+        lemara::messages() << '[' << (path == nullptr ? "" : path)
+                           << " ]  kontatzeko taula ezin da ireki!" << std::flush;
         return -1;
     }
     StateCounter counter;

@@ -1,13 +1,14 @@
 // Longest-match analysis: from each token the longest run that a source knows becomes one
 // token. Tests: tests/text/Esaldia_analyse_test.cpp.
 #include <algorithm>
-#include <iostream>
+#include <ostream>
 #include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Esaldia.h"
+#include "analysis/messages.h"
 #include "analysis/text_pieces.h"
 #include "tables/token_walk.h"
 #include "text/sentence_analysis.h"
@@ -37,7 +38,7 @@ std::string run_text(const std::vector<Tokena>& tokens, std::size_t first,
 void mark_unknown(Tokena& token, const std::string& text) {
     if (text == ":" || text == "[") return;
     if (text == "]") {
-        std::cout << " -->OJO arraroa:]" << std::flush;
+        lemara::messages() << " -->OJO arraroa:]" << std::flush;
         return;
     }
     token.analisiak.emplace_back(text + "<EZZG>", "");
@@ -111,7 +112,8 @@ std::vector<Analisia> lemara::analyse_run(const Networks& networks,
 }
 
 void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
-                              const HiztegiPertsonala& dictionary, bool dictionary_first) {
+                              const HiztegiPertsonala& dictionary, bool dictionary_first,
+                              TokenPlaces* places) {
     std::vector<Tokena>& tokens = sentence.tokenak;
     RunAnalyser analyser(networks, dictionary, dictionary_first);
     // The run from `first` on becomes the token `merged`. Kept on purpose: text, blank and
@@ -134,6 +136,7 @@ void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
         }
         Tokena& token = tokens[merged];
         token.hutsunea = tokens[last - 1].hutsunea;
+        if (places != nullptr) (*places)[merged] = {(*places)[first].begin, (*places)[last - 1].end};
         if (analyses.empty()) {
             if (merged != first) token.testua = std::move(tokens[first].testua);
             mark_unknown(token, text);
@@ -150,6 +153,7 @@ void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
         first = last;
     }
     tokens.resize(merged);
+    if (places != nullptr) places->resize(merged);
 }
 
 void Esaldia::analizatu(std::map<std::string, Sarea*> sareak,

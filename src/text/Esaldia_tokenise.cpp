@@ -9,13 +9,18 @@
 #include "analysis/text_pieces.h"
 #include "iragazkiak.h"
 #include "karaktereak.h"
+#include "text/sentence_analysis.h"
 
 namespace {
 
 class Tokeniser {
 public:
-    Tokeniser(const std::string& text, std::vector<Tokena>& tokens)
-        : text_(text), tokens_(tokens), address_(begins_as_address(text)) {}
+    Tokeniser(const std::string& text, std::vector<Tokena>& tokens, bool read_addresses,
+              lemara::TokenPlaces* places)
+        : text_(text),
+          tokens_(tokens),
+          address_(read_addresses && begins_as_address(text)),
+          places_(places) {}
 
     void run() {
         for (std::size_t i = 0; i < text_.size();) i = step(i);
@@ -54,16 +59,18 @@ private:
         }
         if (is_sign(i) && !is_number_dot(i)) {
             if (!pending_.empty()) close_pending(false);
-            add_token(std::string(1, c), false);
+            add_token(std::string(1, c), false, {i, i + 1});
             return i + 1;
         }
+        if (pending_.empty()) pending_place_.begin = i;
         if (alfazenbakizkoaDa(static_cast<unsigned char>(c))) {
-            return address_ ? address_run(i) : word_run(i);
+            return pending_place_.end = address_ ? address_run(i) : word_run(i);
         }
         // Kept on purpose: the dot of a number in mid-sentence vanishes, and the word in
         // front of it stays open.
-        if (c != '.') pending_ += c;
-        return i + 1;
+        if (c == '.') return i + 1;
+        pending_ += c;
+        return pending_place_.end = i + 1;
     }
 
     bool word_ends_at(std::size_t i) const {
@@ -91,11 +98,12 @@ private:
     }
 
     void close_pending(bool blank) {
-        add_token(std::string(lemara::up_to_nul(pending_)), blank);
+        add_token(std::string(lemara::up_to_nul(pending_)), blank, pending_place_);
         pending_.clear();
     }
 
-    void add_token(std::string text, bool blank) {
+    void add_token(std::string text, bool blank, lemara::TokenPlace place) {
+        if (places_ != nullptr) places_->push_back(place);
         tokens_.emplace_back(std::move(text), blank, 0);
         tokens_.back().maiuskula = kalkulatuMaiuskulak(tokens_.back().testua.c_str());
     }
@@ -103,7 +111,9 @@ private:
     const std::string& text_;
     std::vector<Tokena>& tokens_;
     const bool address_;
+    lemara::TokenPlaces* const places_;
     std::string pending_;
+    lemara::TokenPlace pending_place_;
 };
 
 }  // namespace
@@ -112,4 +122,8 @@ Esaldia::Esaldia(int number, std::string text) : zenbakia(number), testua(std::m
     testua.erase(0, testua.find_first_not_of(" \t"));
 }
 
-void Esaldia::tokenizatu() { Tokeniser(testua, tokenak).run(); }
+void Esaldia::tokenizatu() { Tokeniser(testua, tokenak, true, nullptr).run(); }
+
+void lemara::tokenise_plain(Esaldia& sentence, TokenPlaces& places) {
+    Tokeniser(sentence.testua, sentence.tokenak, false, &places).run();
+}

@@ -65,17 +65,24 @@ private:
 Paragrafoa::Paragrafoa(int number, std::string text)
     : zenbakia(number), testua(std::move(text)) {}
 
+std::vector<std::size_t> lemara::sentence_ends(std::string_view text, const Taula* table) {
+    const Splitter splitter(text, table);
+    std::vector<std::size_t> ends;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (splitter.ends_at(i)) ends.push_back(i + 1);
+    }
+    ends.push_back(text.size());
+    return ends;
+}
+
 void Paragrafoa::esaldikatu(const Taula* taula) {
     const std::string_view text = lemara::up_to_nul(testua);
-    const Splitter splitter(text, taula);
     int number = -1;  // Kept on purpose: sentences are numbered from -1.
     std::size_t start = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!splitter.ends_at(i)) continue;
-        esaldiak.emplace_back(number++, std::string(text.substr(start, i + 1 - start)));
-        start = i + 1;
+    for (const std::size_t end : lemara::sentence_ends(text, taula)) {
+        esaldiak.emplace_back(number++, std::string(text.substr(start, end - start)));
+        start = end;
     }
-    esaldiak.emplace_back(number, std::string(text.substr(start)));
 }
 
 std::vector<Esaldia> Paragrafoa::analizatu(std::map<std::string, Sarea*> sareak,

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Esaldia.h"
@@ -12,6 +13,19 @@
 namespace lemara {
 
 using Networks = std::map<std::string, Sarea*>;
+
+/// Where a token stands in the text of its sentence, in bytes.
+struct TokenPlace {
+    std::size_t begin = 0, end = 0;
+};
+using TokenPlaces = std::vector<TokenPlace>;
+
+/// Where the sentences of a text end, the last one at its end. See Paragrafoa::esaldikatu.
+std::vector<std::size_t> sentence_ends(std::string_view text, const Taula* table);
+
+/// As Esaldia::tokenizatu, but no sentence is read by the rules of addresses, and `places` gets
+/// the place of each token.
+void tokenise_plain(Esaldia& sentence, TokenPlaces& places);
 
 /// The network of that key; null if there is none, or none with a table.
 const Sarea* find_network(const Networks& networks, const std::string& key);
@@ -49,9 +63,11 @@ private:
     std::vector<std::size_t> reach_;  // by network: bytes that it can read of a run
 };
 
-/// Analyses the tokens of a sentence by longest match. See Esaldia::analizatu.
+/// Analyses the tokens of a sentence by longest match. See Esaldia::analizatu. `places`, unless
+/// null, holds the places of the tokens and is merged as they are.
 void analyse_sentence(Esaldia& sentence, const Networks& networks,
-                      const HiztegiPertsonala& dictionary, bool dictionary_first);
+                      const HiztegiPertsonala& dictionary, bool dictionary_first,
+                      TokenPlaces* places = nullptr);
 
 /// Splits, tokenises and analyses a text. See Paragrafoa::analizatu.
 void analyse_paragraph(Paragrafoa& paragraph, const Networks& networks,
