@@ -4,8 +4,10 @@
 Every subcommand, exit status and message, over small tables that are written here. The tables
 that come with the command play no part.
 """
+import json
 import os
 import random
+import re
 import resource
 import subprocess
 import sys
@@ -80,6 +82,7 @@ class CommandLine(unittest.TestCase):
 
     def run_bare(self, *arguments, text=b"", **options):
         options.setdefault("stdout", subprocess.PIPE)
+        options.setdefault("env", {"XDG_DATA_HOME": self.path("data"), "PATH": os.environ["PATH"]})
         return Result(subprocess.run([LEMARA, *arguments], input=text, stderr=subprocess.PIPE,
                                      cwd=self.folder.name, timeout=60, **options))
 
@@ -91,6 +94,189 @@ class CommandLine(unittest.TestCase):
                           result.status), (err, out, status))
 
     # --- check ---
+
+    TEXT = "Etxe haundia “etxxea”.\r\n\tzzzzzz 𝒳 n\u0303abar etxxea http://zz.zz слово\n"
+
+    def test_findings_for_people(self):
+        self.write("letter.txt", self.TEXT.encode())
+        told = ("letter.txt:1:6: haundia (has a better form)\n"
+                "letter.txt:1:15: etxxea → etxea\n"
+                "letter.txt:2:2: zzzzzz (unknown)\n"
+                "letter.txt:2:18: etxxea → etxea\n")
+        table = path_records([
+            word("etxe", "<IZE>"), word("etxea", "<IZE>"), word("ñabar", "<ADJ>"),
+            list("haundia") + ["[h=handi]:<>", "<ADJ>:<>"], word(".", "<PUNT>"),
+            word('"', "<PUNT>")])
+        self.write("eumorfo.sare", table)
+        self.expect(self.run_command("check", "letter.txt"), 1, told)
+
+    def check_text(self, *arguments, **options):
+        return self.run_command("check", *arguments, **options)
+
+    def test_positions(self):
+        self.write("letter.txt", self.TEXT.encode())
+        result = self.check_text("--format", "jsonl", "letter.txt")
+        for line in result.out.decode().splitlines():
+            finding = json.loads(line)
+            begin, end, token = finding["begin"], finding["end"], finding["token"]
+            self.assertEqual(self.TEXT.encode()[begin["byte"]:end["byte"]].decode(), token)
+            self.assertEqual(self.TEXT[begin["code_point"]:end["code_point"]], token)
+            self.assertEqual(self.TEXT.encode("utf-16-le")[2 * begin["utf16"]:2 * end["utf16"]]
+                             .decode("utf-16-le"), token)
+            row = self.TEXT.split("\n")[finding["line"] - 1]
+            self.assertTrue(row[finding["column"] - 1:].startswith(token))
+        self.assertEqual(result.status, 1)
+
+    def test_a_right_text_is_quiet(self):
+        for name in ("text", "jsonl", "github"):
+            self.expect(self.check_text("--format", name, text="Ñabar etxea.\n".encode()), 0, "")
+        self.expect(self.check_text(), 0, "")
+
+    def test_a_right_text_as_a_document(self):
+        for name in ("json", "sarif"):
+            result = self.check_text("--format", name, text=b"etxe\n")
+            self.assertEqual((result.status, result.err), (0, ""))
+            document = json.loads(result.out)
+            self.assertEqual(document.get("findings", []), [])
+
+    def test_json(self):
+        self.write("a.txt", b"etxe\netxxea")
+        self.write("b.txt", b"etxxea")
+        document = json.loads(self.check_text("--format", "json", "a.txt", "b.txt").out)
+        place = {"byte": 5, "code_point": 5, "utf16": 5}
+        self.assertEqual(document["findings"][0], {
+            "file": "a.txt", "kind": "unknown", "token": "etxxea", "line": 2, "column": 1,
+            "column_utf16": 1, "begin": place,
+            "end": {"byte": 11, "code_point": 11, "utf16": 11}, "forms": ["etxea"],
+            "complete": True})
+        self.assertEqual(document["findings"][1]["file"], "b.txt")
+        self.assertEqual(document["findings"][1]["begin"]["byte"], 0)
+
+    def test_sarif(self):
+        self.write("a b.txt", b"etxe\n etxxea")
+        document = json.loads(self.check_text("--format", "sarif", "a b.txt").out)
+        self.assertEqual(document["version"], "2.1.0")
+        run = document["runs"][0]
+        result = run["results"][0]
+        rules = [rule["id"] for rule in run["tool"]["driver"]["rules"]]
+        self.assertIn(result["ruleId"], rules)
+        location = result["locations"][0]["physicalLocation"]
+        region = {"startLine": 2, "startColumn": 2, "endLine": 2, "endColumn": 8}
+        self.assertEqual(location["artifactLocation"]["uri"], "a%20b.txt")
+        self.assertEqual(location["region"], region)
+        change = result["fixes"][0]["artifactChanges"][0]["replacements"][0]
+        self.assertEqual(change, {"deletedRegion": region, "insertedContent": {"text": "etxea"}})
+
+    def test_github(self):
+        self.write("a,b:c%.txt", b"etxxea")
+        self.expect(self.check_text("--format", "github", "a,b:c%.txt"), 1,
+                    "::warning file=a%2Cb%3Ac%25.txt,line=1,col=1,endLine=1,endColumn=7,"
+                    "title=Unknown word::etxxea → etxea\n")
+
+    def test_a_record_for_each_line(self):
+        result = self.check_text("--jsonl", text=b"etxxea\n\netxe\r\nzz etxxea")
+        records = [json.loads(line) for line in result.out.decode().splitlines()]
+        self.assertEqual([[(f["token"], f["begin"]["byte"]) for f in record["findings"]]
+                          for record in records],
+                         [[("etxxea", 0)], [], [], [("zz", 0), ("etxxea", 3)]])
+
+    def test_no_proposals_and_few(self):
+        self.expect(self.check_text("--no-suggest", text=b"etxxea"), 1,
+                    "standard input:1:1: etxxea (unknown)\n")
+        self.expect(self.check_text("--most", "0", text=b"etxxea"), 1,
+                    "standard input:1:1: etxxea (unknown)\n")
+
+    def test_fail_fast(self):
+        self.expect(self.check_text("--fail-fast", text=b"etxe\nzzzzzz etxxea\nzz\n"), 1,
+                    "standard input:2:1: zzzzzz (unknown)\n")
+
+    def test_foreign_words(self):
+        text = "etxe слово\n".encode()
+        self.expect(self.check_text(text=text), 0, "")
+        self.expect(self.check_text("--foreign", text=text), 1,
+                    "standard input:1:6: слово (foreign)\n")
+
+    def test_units_over_a_line_end(self):
+        self.expect(self.check_text("--paragraphs", "blank", text=b"etxe\nbaso\nbat zz\n"), 1,
+                    "standard input:3:5: zz (unknown)\n")
+        result = self.check_text(text=b"baso\nbat\n")
+        self.expect(result, 1, "standard input:1:1: baso → baso bat (only with other words)\n"
+                               "standard input:2:1: bat (unknown)\n")
+
+    def test_jobs_give_the_same_bytes(self):
+        noise = random.Random(3)
+        words = ["etxe", "etxxea", "zz", "ñabar", "haundi", "𝒳", "\ufeff", ".", "\r", "\r\n"]
+        text = "".join(noise.choice(words) + noise.choice(" \n") for _ in range(200000)).encode()
+        self.assertGreater(len(text), 3 * 2 ** 18)
+        for format_ in ("text", "json"):
+            one = self.check_text("--format", format_, "--no-suggest", text=text)
+            three = self.check_text("--format", format_, "--no-suggest", "--jobs", "3", text=text)
+            self.assertEqual(one.status, 1)
+            self.assertEqual(one.out, three.out)
+        # And chunks count on from each other: the same as Python counts in the whole text.
+        whole = text.decode()
+        findings = json.loads(one.out)["findings"]
+        for finding in findings[::len(findings) // 20]:
+            begin, end = finding["begin"], finding["end"]
+            self.assertEqual(whole[begin["code_point"]:end["code_point"]], finding["token"])
+            self.assertEqual(text[begin["byte"]:end["byte"]].decode(), finding["token"])
+            before = whole[:begin["code_point"]]
+            self.assertEqual(finding["line"], 1 + len(re.findall("\r\n|\r|\n", before)))
+            self.assertEqual(finding["column"], begin["code_point"] + 1 -
+                             max(m.end() for m in re.finditer("\r\n|\r|\n|^\ufeff|\\A", before)))
+
+    def test_a_summary(self):
+        result = self.check_text("--summary", text=b"etxe zz 12, etxxea.\n")
+        self.assertRegex(result.err,
+                         r"\Alemara check: 2 findings in 3 words of 1 file, \d+\.\d{3} s\n\Z")
+
+    def test_the_line_below(self):
+        text = "\tñabar “etxxea” \x1bñabar\n".encode()
+        result = self.check_text("--color", "always", text=text)
+        plain = re.sub("\x1b\\[[0-9;]*m", "", result.out.decode())
+        self.assertEqual(plain, "standard input:1:9: etxxea → etxea\n"
+                                "   ñabar “etxxea” \\x1Bñabar\n"
+                                "          ^~~~~~\n")
+
+    def test_files_that_cant_be_checked(self):
+        self.write("a.txt", b"etxxea\n")
+        self.write("nul.txt", b"etxxea\0\n")
+        result = self.check_text("no.txt", "a.txt", ".", "nul.txt", "/dev/zero", "a.txt")
+        self.expect(result, 2, "a.txt:1:1: etxxea → etxea\n" * 2,
+                    "lemara check: no.txt: cannot open: No such file or directory\n"
+                    "lemara check: .: is a directory\n"
+                    "lemara check: nul.txt: not a text: a NUL byte at byte 7\n"
+                    "lemara check: /dev/zero: not a text: a NUL byte at byte 1\n")
+
+    def test_what_is_not_utf_8_is_passed_over(self):
+        text = b"etxe\netxe \xff\xe2\x82 etxxea\nma\xf1a\n"
+        result = self.check_text("--format", "json", text=text)
+        self.assertEqual(result.err, "lemara check: standard input:2: not UTF-8 at byte 6; what "
+                         "is no UTF-8 is passed over (--encoding latin-1?)\n")
+        finding = json.loads(result.out)["findings"][0]
+        self.assertEqual((finding["token"], finding["line"], finding["column"]),
+                         ("etxxea", 2, 9))
+        self.assertEqual(finding["begin"], {"byte": 14, "code_point": 13, "utf16": 13})
+
+    def test_findings_in_latin_1(self):
+        result = self.check_text("--encoding", "latin-1", "--format", "jsonl",
+                                 text="ñabar etxxeñ\n".encode("latin-1"))
+        finding = json.loads(result.out)
+        self.assertEqual((finding["token"], finding["begin"]["byte"], finding["end"]["byte"]),
+                         ("etxxeñ", 6, 12))
+
+    def test_check_refuses_what_it_cant_use(self):
+        self.write("c.cfg", b"eumorfo.sare\nxx.sare\n")
+        result = self.run_bare("check", "--config", "c.cfg", text=b"etxe\n")
+        self.assertEqual((result.status, result.out), (2, b""))
+        self.assertIn("lemara check: c.cfg:2: no such table: xx.sare", result.err)
+        self.refused(b"", "check", "--config", "sareak.cfg", "--dictionary", "x.hp",
+                     err="lemara check: x.hp: cannot open: No such file or directory\n")
+
+    # --- check --format markup ---
+
+    def run_markup(self, *arguments, **options):
+        return self.run_command("check", "--format", "markup", *arguments, **options)
 
     def markup(self, *tokens):
         lines = ["<p>", '<es ezk="1" pzk="0">']
@@ -105,40 +291,40 @@ class CommandLine(unittest.TestCase):
     HANDI = "\t<prop>\n\t\t<hobe>handi</hobe>\n\t</prop>"
 
     def test_a_right_text(self):
-        self.expect(self.run_command("check", text="Ñabar etxea.\n".encode()), 0,
+        self.expect(self.run_markup( text="Ñabar etxea.\n".encode()), 0,
                     self.markup(("Ñabar", True, self.OK), ("etxea", False, self.OK),
                                 (".", False, self.OK)))
 
     def test_an_unknown_word(self):
-        self.expect(self.run_command("check", "--no-suggest", text=b"etxe zzz\n"), 1,
+        self.expect(self.run_markup( "--no-suggest", text=b"etxe zzz\n"), 1,
                     self.markup(("etxe", True, self.OK), ("zzz", False, self.UNKNOWN)))
-        self.expect(self.run_command("check", "-", text=b"zzzzz"), 1,
+        self.expect(self.run_markup( "-", text=b"zzzzz"), 1,
                     self.markup(("zzzzz", False, self.EMPTY)))
 
     def test_a_better_form(self):
-        self.expect(self.run_command("check", text=b"haundi\n"), 1,
+        self.expect(self.run_markup( text=b"haundi\n"), 1,
                     self.markup(("haundi", False, self.HANDI)))
 
     def test_proposals(self):
-        result = self.run_command("check", text=b"etxxea\n")
+        result = self.run_markup( text=b"etxxea\n")
         self.assertEqual(result.status, 1)
         self.assertIn(b"\t\t<sugg>etxea</sugg>\n", result.out)
 
     def test_typographic_text(self):
         text = "\ufeff“etxea” ‘etxe’ n\u0303abar\u00a0etxe\u00ada\n"
-        self.expect(self.run_command("check", text=text.encode()), 0, self.markup(
+        self.expect(self.run_markup( text=text.encode()), 0, self.markup(
             ('"', False, self.OK), ("etxea", False, self.OK), ('"', True, self.OK),
             ("'", False, self.OK), ("etxe", False, self.OK), ("'", True, self.OK),
             ("ñabar", True, self.OK), ("etxea", False, self.OK)))
 
     def test_a_character_beyond_latin_1(self):
-        self.expect(self.run_command("check", text="etxe €\n".encode()), 0,
+        self.expect(self.run_markup( text="etxe €\n".encode()), 0,
                     self.markup(("etxe", True, self.OK), ("*", False, self.OK)),
                     'lemara check: standard input:1: U+20AC is beyond Latin-1; read as "*"\n')
 
     def test_text_that_is_not_utf_8(self):
         self.write("letter.txt", b"etxe\nma\xf1a\netxea\n")
-        result = self.run_command("check", "letter.txt")
+        result = self.run_markup( "letter.txt")
         self.assertEqual(result.status, 1)
         self.assertEqual(result.err, "lemara check: letter.txt:2: not UTF-8 at byte 3; "
                                      "line passed on unchecked\n")
@@ -146,7 +332,7 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(result.out, one.encode() + b"ma\xf1a\n" + other.encode())
 
     def test_latin_1(self):
-        result = self.run_command("check", "--encoding", "latin-1", text=b"\xf1abar\n")
+        result = self.run_markup( "--encoding", "latin-1", text=b"\xf1abar\n")
         self.assertEqual(result.out,
                          self.markup(("ñabar", False, self.OK)).encode("latin-1"))
         self.assertEqual(result.status, 0)
@@ -154,23 +340,23 @@ class CommandLine(unittest.TestCase):
     def test_paragraphs(self):
         text = b"\n etxe\r\netxea\n\n \nhandi"
         each = [self.markup((form, False, self.OK)) for form in ("etxe", "etxea", "handi")]
-        self.expect(self.run_command("check", text=text), 0, "".join(each))
-        self.expect(self.run_command("check", "--paragraphs", "blank", text=text), 0,
+        self.expect(self.run_markup( text=text), 0, "".join(each))
+        self.expect(self.run_markup( "--paragraphs", "blank", text=text), 0,
                     self.markup(("etxe", True, self.OK), ("etxea", False, self.OK)) + each[2])
 
     def test_several_files(self):
         self.write("a.txt", b"etxe")
         self.write("b.txt", b"etxea")
-        self.expect(self.run_command("check", "a.txt", "-", "b.txt", text=b"handi"), 0, "".join(
+        self.expect(self.run_markup( "a.txt", "-", "b.txt", text=b"handi"), 0, "".join(
             self.markup((form, False, self.OK)) for form in ("etxe", "handi", "etxea")))
 
     def test_no_text(self):
-        self.expect(self.run_command("check"), 0, "")
+        self.expect(self.run_markup(), 0, "")
 
     def test_a_dictionary(self):
         self.write("my.hp", "//\nblog\t<ARR>\t\t\tHP\n".encode("latin-1"))
-        self.assertEqual(self.run_command("check", text=b"bloga\n").status, 1)
-        self.expect(self.run_command("check", "--dictionary", "my.hp", text=b"blog Bloga\n"), 0,
+        self.assertEqual(self.run_markup( text=b"bloga\n").status, 1)
+        self.expect(self.run_markup( "--dictionary", "my.hp", text=b"blog Bloga\n"), 0,
                     self.markup(("blog", True, self.OK), ("Bloga", False, self.OK)))
 
     # --- analyze ---
@@ -283,7 +469,7 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_bare(*arguments, text=text, **options), 2, "", err)
 
     def test_configurations(self):
-        name = "lemara check: "
+        name = "lemara analyze: "
         for label, lines, err in [
             ("a missing table", b"eumorfo.sare\n//\n\nzenbakiak.sare\n",
              "c.cfg:4: no such table: zenbakiak.sare (looked for in .)"),
@@ -313,7 +499,7 @@ class CommandLine(unittest.TestCase):
                 self.write("empty.sare", b"")
                 self.write("a.sare", EUMORFO)
                 self.write("c.cfg", lines)
-                result = self.run_bare("check", "--config", "c.cfg", text=b"etxe\n")
+                result = self.run_bare("analyze", "--config", "c.cfg", text=b"etxe\n")
                 self.assertEqual((result.out, result.status), (b"", 2))
                 if err is not None:
                     self.assertEqual(result.err, name + err + "\n")
@@ -332,36 +518,36 @@ class CommandLine(unittest.TestCase):
 
     def test_endless_files(self):
         self.write("c.cfg", b"eumorfo.sare\n//\n/dev/urandom\n")
-        self.refused(b"", "check", "--config", "c.cfg",
-                     err="lemara check: c.cfg:3: /dev/urandom: not a regular file\n")
-        self.refused(b"", "check", "--config", "/dev/urandom",
-                     err="lemara check: /dev/urandom: too large\n")
-        self.refused(b"", "check", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
-                     err="lemara check: /dev/zero: not a regular file\n")
+        self.refused(b"", "analyze", "--config", "c.cfg",
+                     err="lemara analyze: c.cfg:3: /dev/urandom: not a regular file\n")
+        self.refused(b"", "analyze", "--config", "/dev/urandom",
+                     err="lemara analyze: /dev/urandom: too large\n")
+        self.refused(b"", "analyze", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
+                     err="lemara analyze: /dev/zero: not a regular file\n")
 
     def test_any_bytes_as_text(self):
         noise = random.Random(7)
         for encoding in ("utf-8", "latin-1"):
             text = bytes(noise.randrange(256) for _ in range(20000))
-            result = self.run_command("check", "--no-suggest", "--encoding", encoding, text=text)
+            result = self.run_markup("--no-suggest", "--encoding", encoding, text=text)
             self.assertEqual(result.status, 1)
-        self.assertEqual(self.run_command("check", text=b"etxe " * 20000).status, 0)
+        self.assertEqual(self.run_markup(text=b"etxe " * 20000).status, 0)
 
     def test_missing_files(self):
         no_file = ": cannot open: No such file or directory\n"
-        self.refused(b"", "check", "--config", "x.cfg", err="lemara check: x.cfg" + no_file)
-        self.refused(b"", "check", "--config", ".", err="lemara check: .: is a directory\n")
+        self.refused(b"", "analyze", "--config", "x.cfg", err="lemara analyze: x.cfg" + no_file)
+        self.refused(b"", "analyze", "--config", ".", err="lemara analyze: .: is a directory\n")
         self.refused(b"", "analyze", "--config", "sareak.cfg", "x.txt",
                      err="lemara analyze: x.txt" + no_file)
-        self.refused(b"", "check", "--config", "sareak.cfg", ".",
-                     err="lemara check: .: is a directory\n")
+        self.refused(b"", "analyze", "--config", "sareak.cfg", ".",
+                     err="lemara analyze: .: is a directory\n")
         self.refused(b"", "valid", "--config", "sareak.cfg", "--dictionary", "x.hp", "etxe",
                      err="lemara valid: x.hp" + no_file)
 
     def test_a_table_that_cant_be_read(self):
         self.write("c.cfg", b"eumorfo.sare\n/proc/self/mem\n")
-        self.refused(b"", "check", "--config", "c.cfg", err=(
-            "lemara check: c.cfg:2: /proc/self/mem: cannot read: Input/output error\n"))
+        self.refused(b"", "analyze", "--config", "c.cfg", err=(
+            "lemara analyze: c.cfg:2: /proc/self/mem: cannot read: Input/output error\n"))
 
     def test_dictionaries(self):
         hint = '; a line is WORD, TAB, CLASS, as in "etxe", TAB, "<ARR>"\n'
@@ -449,13 +635,13 @@ class CommandLine(unittest.TestCase):
     def test_a_closed_pipe(self):
         reading, writing = os.pipe()
         os.close(reading)
-        result = self.run_command("check", text=b"etxe\n", stdout=writing)
+        result = self.run_command("analyze", text=b"etxe\n", stdout=writing)
         os.close(writing)
         self.assertEqual(result.status, 2)
-        self.assertEqual(result.err, "lemara check: cannot write standard output: Broken pipe\n")
+        self.assertEqual(result.err, "lemara analyze: cannot write standard output: Broken pipe\n")
 
     def test_no_standard_output(self):
-        result = self.run_command("check", text=b"etxe\n", stdout=None,
+        result = self.run_command("analyze", text=b"etxe\n", stdout=None,
                                   preexec_fn=lambda: os.close(1))
         self.assertEqual(result.status, 2)
         self.assertIn("cannot write standard output", result.err)
@@ -550,7 +736,7 @@ class CommandLine(unittest.TestCase):
         self.compile()
         self.write("my.hp", b"blog\t<ARR>\n")
         for arguments, text in [
-            (("check",), "Ñabar etxxea haundi.\n".encode()),
+            (("check", "--format", "markup"), "Ñabar etxxea haundi.\n".encode()),
             (("analyze", "--dictionary", "my.hp"), b"etxea bloga zz\n"),
             (("generate", "blog", "ARR"), b""),
             (("lookup", "etx"), b""),
