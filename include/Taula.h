@@ -24,10 +24,10 @@ constexpr std::size_t TARGET_LIMIT = 1000;
 /// the two.
 constexpr long TRUSTED_STATES = 65536;
 
-/// Work that one search may do: taking an arc costs 1 and a unit for every 64 bytes of its
-/// symbols (in a generation: of the upper text so far), a look back for a cycle 1 for each
-/// state passed, a result 64 and its length in bytes. A search that has spent it returns what
-/// it has found. Only tables with paths beyond number come near it.
+/// Work that one search may do: taking an arc costs 1 (in a generation a unit more for every
+/// 64 bytes of the upper text so far), a look back for a cycle 1 for each state passed, a
+/// result 64, its length in bytes, and in an analysis its number of arcs. A search that has
+/// spent it returns what it has found. Only tables with paths beyond number come near it.
 constexpr std::int64_t SEARCH_BUDGET = std::int64_t{1} << 26;
 
 /// Bytes of upper or lower text that one path of a search may gather; a longer path is given

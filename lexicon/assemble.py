@@ -19,6 +19,8 @@ import sys
 HEAD = re.compile(r"LEXICON\s+(\S+)")
 ENTRY_END = re.compile(r"(?:^|\s)(\S+)\s*;\s*$")
 TAG = re.compile(r"%<[^ <>%]*%>")
+ENDING = re.compile(r"(\s*)((?:%<[^ <>%]*%>)+):(\S+)(\s.*)", re.S)
+LETTER = re.compile(r"%.|\^.|.")
 
 
 def strip_comment(line):
@@ -70,6 +72,18 @@ def is_bare(line):
     return len(line.split()) == 2 or re.fullmatch(r"\s*\S+;\s*", line)
 
 
+def tags_last(line):
+    """The entry of an ending with its tags against its last letters; foma would put them against the first ones.
+
+    The generation ends a path of an elided noun with the last tag of its target: letters behind that tag would be lost.
+    """
+    parts = ENDING.fullmatch(line)
+    if not parts:
+        return line
+    indent, tags, letters, rest = parts.groups()
+    return indent + "0" * (len(LETTER.findall(letters)) - len(TAG.findall(tags))) + tags + ":" + letters + rest
+
+
 def main():
     root, outdir, name = sys.argv[1:4]
     rest = sys.argv[4:]
@@ -114,7 +128,7 @@ def main():
         with open(path, "w", encoding="utf-8") as out:
             out.write(symbols + "\nLEXICON Root\n" + "".join(e[0] + "\n" for e in part))
             for lexicon in reachable(part, lexicons):
-                out.write(f"\nLEXICON {lexicon}\n" + "".join(e[0] + "\n" for e in lexicons[lexicon]))
+                out.write(f"\nLEXICON {lexicon}\n" + "".join(tags_last(e[0]) + "\n" for e in lexicons[lexicon]))
         script.append(f"read lexc {path}\ndefine Part{i}\n")
     script.append("regex " + " | ".join(f"Part{i}" for i in range(len(parts))) + " ;\ndefine Lexicon\n")
     with open(os.path.join(outdir, f"{name}.script"), "w", encoding="utf-8") as out:

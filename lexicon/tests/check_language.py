@@ -6,6 +6,7 @@
 OUTDIR is that of build.sh. Without FILE all of tests/language is read:
 
     right.txt           sentences: each token known, none with nothing but a better form
+    vocabulary.txt      the same for words of everyday life
     pairs.tsv           wrong word TAB right word TAB kind, see the head of that file
     declension_*.tsv    form TAB lemma TAB tags: the analysis exists, and the generation gives the form back
 
@@ -184,7 +185,7 @@ def main():
         print("usage: check_language.py OUTDIR [FILE...]", file=sys.stderr)
         return 2
     here = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "tests", "language")
-    paths = sys.argv[2:] or [os.path.join(here, "right.txt"), os.path.join(here, "pairs.tsv")] + \
+    paths = sys.argv[2:] or [os.path.join(here, "right.txt"), os.path.join(here, "vocabulary.txt"), os.path.join(here, "pairs.tsv")] + \
         sorted(glob.glob(os.path.join(here, "declension_*.tsv")))
     networks = Networks(sys.argv[1])
     failed = 0

@@ -74,7 +74,7 @@ private:
     std::map<Key, Records> records_;
     std::unordered_map<std::string, std::vector<std::string>> roots_;
     std::size_t record_count_ = 0, root_count_ = 0;
-    Records none_;
+    const Records none_{};
 };
 
 }  // namespace lemara

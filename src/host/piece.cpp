@@ -157,7 +157,7 @@ bool PieceReader::word_part(Piece& piece, std::size_t& end) {
         }
         fits = fits && folding.role == Role::word &&
                piece.latin1.size() - kept < LONGEST_WORD;
-        on_letter = fits;
+        on_letter = fits && folding.bytes.size() == 1;  // no ligature
         if (fits) put(piece, folding.bytes, {start, at_});
     }
     return fits;

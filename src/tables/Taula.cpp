@@ -90,6 +90,7 @@ void Taula::unfold() {
     graph.owned = false;
     egoerak.swap(graph.states);
     lemara::note_graph_change();
+    lemara::packed_form(*this);  // in place of the image, which must not come back
 }
 
 Taula::Taula() : formak(std::make_unique<lemara::TableForms>()) {}

@@ -188,7 +188,9 @@ Acceptor::Node Acceptor::start() {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (start_.load(std::memory_order_relaxed) != 0) return start_.load();
     Node node = TOO_MANY;
-    if (prepare()) {
+    // The walk cuts a path that comes back to a state without having read a byte. Here such a
+    // path would be followed to what it adds to the upper text, so the walk is asked.
+    if ((table_.cycles & EMPTY_CYCLES) == 0 && prepare()) {
         Builder builder(*this);
         if (table_.state_count > 0) builder.arrive(0, NOTHING_WRITTEN);
         if (builder.close()) node = node_of(builder.places, builder.ends);

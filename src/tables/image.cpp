@@ -137,7 +137,7 @@ std::string defect_of_states(const PackedView& view) {
             const std::uint8_t first =
                 symbols.lower_size == 0 ? std::uint8_t{0}
                                         : static_cast<std::uint8_t>(view.pool[symbols.lower_at]);
-            if (state.first[k] != first) return "an arc is misdescribed";
+            if (state.first[k] != first || state.arcs[k].is_long() != symbols.is_long(first)) return "an arc is misdescribed";
         }
     }
     return "";

@@ -40,7 +40,7 @@ public:
         layout.label_count = static_cast<std::uint32_t>(labels_.size());
         layout.pool_size = static_cast<std::uint32_t>(pool_.size());
         layout.states_size = static_cast<std::uint32_t>(size_);
-        layout.wide_labels = labels_.size() > std::numeric_limits<std::uint16_t>::max();
+        layout.wide_labels = labels_.size() > PackedArc::LONG;
         layout.cycles = cycles_;
         return layout;
     }
@@ -97,8 +97,9 @@ private:
             packed.target = target < 0 ? target : place_[static_cast<std::size_t>(target)];
             packed.follows = target < 0 ? PackedView::END_BIT
                                         : mask_[static_cast<std::size_t>(target)];
+            if (labels_[label_[arc]].is_long(first_[arc])) packed.label = PackedArc::LONG;
             if (wide.empty()) {
-                packed.label = static_cast<std::uint16_t>(label_[arc]);
+                packed.label |= static_cast<std::uint16_t>(label_[arc]);
             } else {
                 wide[static_cast<std::size_t>(arcs - states) / 8 + i] = label_[arc];
             }

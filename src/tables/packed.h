@@ -40,6 +40,12 @@ struct PackedLabel {
     std::uint8_t flags;
     std::uint16_t unused;        // 0
 
+    /// True if a look at one byte doesn't tell whether an arc of this label matches. A NUL is
+    /// such a byte: it stands for no symbol at all there.
+    bool is_long(std::uint8_t first) const {
+        return lower_size > 1 || (lower_size == 1 && first == 0);
+    }
+
     /// Fills in all but the places from the symbols themselves.
     void describe(std::string_view upper, std::string_view lower);
 };
@@ -49,9 +55,14 @@ using StateRef = std::int32_t;
 
 /// An arc. If there are more labels than fit here, they are in a table of their own.
 struct PackedArc {
+    static constexpr std::uint16_t LONG = 1 << 15;  // in `label`: the lower symbol is no single
+                                                    // byte, nor empty; its label tells what it is
+
     StateRef target;        // negative: end of a word
-    std::uint16_t label;
+    std::uint16_t label;    // number, and LONG
     std::uint16_t follows;  // mask of what can follow; classes of bytes, and the end
+
+    bool is_long() const { return (label & LONG) != 0; }
 };
 
 /// A state, taken out of its block.
@@ -117,7 +128,7 @@ struct PackedView {
     }
 
     std::uint32_t label_of(const PackedArc& arc) const {
-        if (wide_labels == nullptr) return arc.label;
+        if (wide_labels == nullptr) return arc.label & (PackedArc::LONG - 1);
         const auto place = reinterpret_cast<const std::uint8_t*>(&arc) - states;
         return wide_labels[place / 8];
     }

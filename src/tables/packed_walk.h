@@ -92,6 +92,17 @@ public:
     bool empty() const { return size_ == 0; }
     std::size_t size() const { return size_; }
     const T& operator[](std::size_t i) const { return i < N ? first_[i] : rest_[i - N]; }
+
+    /// Cuts the stack to `size` elements, which it has, and puts one on top.
+    void put(std::size_t size, const T& value) {
+        if (size < N) {
+            first_[size] = value;
+        } else {
+            rest_.resize(size - N);
+            rest_.push_back(value);
+        }
+        size_ = size + 1;
+    }
     void push(const T& value) {
         if (size_ < N) {
             first_[size_] = value;
@@ -126,14 +137,17 @@ public:
           small_(!token.empty() && token[0] >= 'a' && token[0] <= 'z') {}
 
     /// The text in front of every result.
-    void start_with(std::string_view output) { output_.append(output); }
+    void start_with(std::string_view output) {
+        output_.append(output);
+        prefix_ = output_.size();
+    }
 
     /// Calls `visit` with each analysis string that the filters keep, in order, until it
     /// answers false. The text of a call is gone after it.
     template <class Visit>
     void run(std::int32_t start, Visit visit) {
         if (start < 0) {
-            if (rest_.empty()) end_of_word(visit);
+            if (rest_.empty()) end_of_word(0, visit);
             return;
         }
         const StateRef first = table_.find(start);
@@ -153,8 +167,9 @@ private:
         const PackedArc* arcs;
         std::uint32_t count;        // of the state's arcs from `arcs` on
         std::uint32_t position;
-        std::uint32_t output;
+        std::uint32_t depth;        // arcs on the path to the state
         StateRef state;
+        bool written;               // the path has an upper text
 
         bool has_more() const { return count > 64; }
     };
@@ -166,15 +181,16 @@ private:
         frame.bits = matching_arcs(frame.first, frame.count < 64 ? frame.count : 64, byte);
     }
 
-    Frame open(StateRef ref, std::uint32_t position) const {
+    Frame open(StateRef ref, std::uint32_t position, std::uint32_t depth, bool written) const {
         const PackedState state = table_.state(ref);
         Frame frame;
         frame.first = state.first;
         frame.arcs = state.arcs;
         frame.count = state.count;
         frame.position = position;
-        frame.output = static_cast<std::uint32_t>(output_.size());
+        frame.depth = depth;
         frame.state = ref;
+        frame.written = written;
         look(frame);
         return frame;
     }
@@ -199,17 +215,24 @@ private:
         return false;
     }
 
+    /// The text of the path's first `depth` arcs is a result, if the filters keep it.
     template <class Visit>
-    bool end_of_word(Visit& visit) {
+    bool end_of_word(std::size_t depth, Visit& visit) {
+        output_.cut(prefix_);
+        for (std::size_t i = 0; i < depth; ++i) {
+            const PackedLabel& label = table_.labels[labels_[i]];
+            output_.append_symbol(table_.pool + label.upper_at, label.upper_size);
+            if (output_.size() > PATH_LIMIT) return true;
+        }
+        budget_.spend(RESULT_COST + output_.size() + depth);
+        if (budget_.spent()) return false;
         const std::string_view text(output_.c_str(), output_.size());
-        if (!is_kept_by_filters(token_, text)) return true;
-        budget_.spend(RESULT_COST + text.size());
-        return visit(text);
+        return !is_kept_by_filters(token_, text) || visit(text);
     }
 
     template <bool CAREFUL, class Visit>
     void search(StateRef start, Visit& visit) {
-        Frame current = open(start, 0);
+        Frame current = open(start, 0, 0, prefix_ != 0);
         while (!budget_.spent()) {
             while (current.bits == 0) {
                 if (current.has_more()) {
@@ -225,43 +248,38 @@ private:
             const auto index = static_cast<std::size_t>(__builtin_ctzll(current.bits));
             current.bits &= current.bits - 1;
             const PackedArc& arc = current.arcs[index];
-            const bool reads = current.first[index] != 0;
             std::uint32_t position = current.position;
-            // Most empty arcs lead nowhere, and their labels are not looked at.
-            if (!reads && (arc.follows & wanted_at(position)) == 0) continue;
-            const PackedLabel& label = table_.labels[table_.label_of(arc)];
-            if (label.lower_size != 0) {
-                // The look has matched the first byte, unless it is a NUL.
-                if (!(reads && label.lower_size == 1) && rest_.compare(position, label.lower_size,
-                                            table_.pool + label.lower_at,
-                                            label.lower_size) != 0) {
-                    continue;
-                }
-                position += label.lower_size;
-                if (position > reach_) reach_ = position;
+            if (arc.is_long()) {
+                const std::string_view lower = table_.lower(table_.label_of(arc));
+                if (rest_.compare(position, lower.size(), lower) != 0) continue;
+                position += static_cast<std::uint32_t>(lower.size());
+            } else if (current.first[index] != 0) {
+                ++position;
             }
-            budget_.spend(1 + (label.upper_size + label.lower_size) / 64);
-            const StateRef target = arc.target;
-            const char* upper = table_.pool + label.upper_at;
-            if (target < 0) {
-                if (position < rest_.size()) continue;
-                output_.cut(current.output);
-                output_.append_symbol(upper, label.upper_size);
-                if (output_.size() <= PATH_LIMIT && !end_of_word(visit)) return;
-                continue;
-            }
+            if (position > reach_) reach_ = position;
             if ((arc.follows & wanted_at(position)) == 0) continue;
-            // A capitalised entry is no analysis of a token in small letters.
-            if (small_ && current.output == 0 && label.upper_size != 0 && *upper >= 'A' &&
-                *upper <= 'Z') {
+            budget_.spend(1);
+            const std::uint32_t label = table_.label_of(arc);
+            if (arc.target < 0) {
+                if (position < rest_.size()) continue;
+                labels_.put(current.depth, label);
+                if (!end_of_word(current.depth + std::size_t{1}, visit)) return;
                 continue;
             }
-            if (CAREFUL && revisits(current, target, position)) continue;
-            output_.cut(current.output);
-            output_.append_symbol(upper, label.upper_size);
-            if (output_.size() > PATH_LIMIT) continue;
+            bool written = current.written;
+            if (!written) {
+                const std::string_view upper = table_.upper(label);
+                written = !upper.empty();
+                // A capitalised entry is no analysis of a token in small letters.
+                if (small_ && written && upper[0] >= 'A' && upper[0] <= 'Z') continue;
+            }
+            if (CAREFUL && revisits(current, arc.target, position)) continue;
+            labels_.put(current.depth, label);
+            const std::uint32_t depth = current.depth + 1;
+            const StateRef target = arc.target;
+            if (depth > PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.bits != 0 || current.has_more()) frames_.push(current);
-            current = open(target, position);
+            current = open(target, position, depth, written);
         }
     }
 
@@ -270,6 +288,8 @@ private:
     const std::string_view rest_;
     const bool small_;
     PathText output_;
+    std::size_t prefix_ = 0;                 // bytes of the output that stood before
+    InlineStack<std::uint32_t, 128> labels_;  // of the arcs on the path
     InlineStack<Frame, 32> frames_;
     std::size_t reach_ = 0;
     Budget budget_;
@@ -420,6 +440,7 @@ private:
             Frame next;
             if (!enter(target, current.upper, emit, next)) continue;
             if (CAREFUL && revisits(current, next)) continue;
+            if (frames_.size() >= PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.arc != current.end) frames_.push(current);
             current = next;
         }

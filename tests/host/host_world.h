@@ -10,7 +10,7 @@
 
 namespace lemara::test {
 
-/// Endings of all classes that a test adds words in: none, "-k", "-n", "-ra", "-aren".
+/// Endings of all classes that a test adds words in: none, "-k", "-ek", "-n", "-en", "-ra".
 inline std::string personal_table() {
     std::vector<std::vector<std::string>> list;
     for (int i = 1; i <= 25; ++i) {
@@ -19,7 +19,8 @@ inline std::string personal_table() {
         list.push_back({name, "<ERG>:k"});
         list.push_back({name, "<INE>:n"});
         list.push_back({name, "<ALA>:r", ":a"});
-        list.push_back({name, "<GEN>:a", ":r", ":e", ":n"});
+        list.push_back({name, "<ERG>:e", ":k"});
+        list.push_back({name, "<GEN>:e", ":n"});
     }
     return paths(list);
 }

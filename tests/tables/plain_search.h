@@ -43,6 +43,13 @@ public:
 
     bool gave_up() const { return steps_ > STEP_LIMIT; }
 
+    /// The strings of all paths from a state on, behind the text of `output`.
+    std::vector<std::string> strings_from(int state, const std::string& rest,
+                                          const std::string& output) {
+        step(state, rest, output, {});
+        return found_;
+    }
+
     std::vector<Analisia> run() {
         step(0, tolowercase(token_.substr(0, 999)), "", {});
         std::vector<Analisia> records;
@@ -155,10 +162,17 @@ public:
 
     bool gave_up() const { return steps_ > STEP_LIMIT; }
 
-    std::vector<Analisia> run() {
-        step(0, "", "", {});
+    std::vector<Analisia> run() { return run_from(0, "", ""); }
+
+    /// The records of all paths from a state on, behind the two texts.
+    std::vector<Analisia> run_from(int state, const std::string& upper, const std::string& lower) {
+        lower_ = lower;
+        step(state, upper, lower, {});
         return records_;
     }
+
+    /// The lower text that the search was started with, and the capitals it has taken since.
+    const std::string& lower_left() const { return lower_; }
 
 private:
     static constexpr long STEP_LIMIT = 20000;

@@ -1,0 +1,161 @@
+// The acceptor says yes and no as the walk does, cold and warm, up to its bounds and beyond.
+#include "tables/acceptor.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <iostream>
+#include <memory>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "lemara/compiled_table.h"
+#include "random_tables.h"
+#include "support.h"
+#include "tables/token_walk.h"
+
+namespace {
+
+using lemara::test::RandomTables;
+using lemara::test::table_from;
+
+struct Row {
+    std::string label, records, word;
+    bool known;
+};
+
+const Row ROWS[] = {
+    {"a word", "0\ta\t1\nfinal: 1\n", "a", true},
+    {"a beginning is no word", "0\ta\t1\n1\tb\t2\nfinal: 2\n", "a", false},
+    {"more than a word is none", "0\ta\t1\nfinal: 1\n", "ab", false},
+    {"capitals are lowered", "0\ta\t1\nfinal: 1\n", "A", true},
+    {"the empty word", "0\ta\t1\nfinal: 0\n", "", true},
+    {"the empty word of a table without states", "", "", false},
+    {"a capitalised entry in small letters", "0\tA:a\t1\nfinal: 1\n", "a", false},
+    {"a capitalised entry with its capital", "0\tA:a\t1\nfinal: 1\n", "A", true},
+    {"an entry both ways", "0\tA:a\t1\n0\ta\t1\nfinal: 1\n", "a", true},
+    {"a name in small letters", "0\ta\t1\n1\t<PIB>:<>\t2\nfinal: 2\n", "a", false},
+    {"a name with its capital", "0\ta\t1\n1\t<PIB>:<>\t2\nfinal: 2\n", "A", true},
+    {"a name's tag in two symbols", "0\ta\t1\n1\t<PI:<>\t2\n2\tB>:<>\t3\nfinal: 3\n", "a", false},
+    {"it lets the capital pass", "0\ta\t1\n1\t<PI:<>\t2\n2\tB>:<>\t3\nfinal: 3\n", "A", true},
+    {"a symbol must stand as it is written", "0\tX:x\t1\n1\t<SNB>:<>\t2\nfinal: 2\n", "X", true},
+    {"and not otherwise", "0\tXy:xy\t1\n1\t<SNB>:<>\t2\nfinal: 2\n", "XY", false},
+    {"MAT alone is no word", "0\ta\t1\n1\t<MAT>:<>\t2\nfinal: 2\n", "a", false},
+    {"MAT and another way is one", "0\ta\t1\n1\t<MAT>:<>\t2\n1\t<X>:<>\t2\nfinal: 2\n", "a", true},
+    {"MAT in two symbols", "0\ta\t1\n1\t<MA:<>\t2\n2\tT>:<>\t3\nfinal: 3\n", "a", false},
+    {"a better form that is the word itself", "0\ta\t1\n1\t[h=a]:<>\t2\nfinal: 2\n", "a", false},
+    {"a better form", "0\ta\t1\n1\t[h=b]:<>\t2\nfinal: 2\n", "a", true},
+    {"a symbol of several bytes read in part", "0\tabc:abc\t1\nfinal: 1\n", "ab", false},
+    {"a symbol of several bytes", "0\tabc:abc\t1\nfinal: 1\n", "abc", true},
+    {"a byte that no symbol holds", "0\ta\t1\nfinal: 1\n", "a\351", false},
+    {"an empty cycle in front of a capitalised entry",
+     "0\t+:<>\t0\n0\tB:b\t1\nfinal: 1\n", "b", false},
+    {"a NUL ends the word", "0\ta\t1\nfinal: 1\n", std::string("a\0b", 3), true},
+};
+
+/// Words of the table and words that are none.
+std::vector<std::string> words_for(const Taula& table, RandomTables& random, int count) {
+    std::vector<std::string> words;
+    for (int i = 0; i < count; ++i) words.push_back(random.token(table));
+    return words;
+}
+
+}  // namespace
+
+TEST(Acceptor, AnswersRowByRow) {
+    for (const Row& row : ROWS) {
+        SCOPED_TRACE(row.label);
+        const auto table = table_from(row.records);
+        EXPECT_EQ(lemara::walk_finds_word(*table, row.word), row.known);
+        EXPECT_EQ(lemara::has_word(*table, row.word), row.known) << "cold";
+        EXPECT_EQ(lemara::has_word(*table, row.word), row.known) << "warm";
+    }
+}
+
+TEST(Acceptor, IsAskedByPrefixesToo) {
+    // Node by node, as the judge of candidates goes, and the whole word at once.
+    long answers[3] = {0, 0, 0};
+    for (unsigned seed = 1; seed <= 800; ++seed) {
+        RandomTables random(seed);
+        const auto table = table_from(random.table());
+        lemara::Acceptor& acceptor = lemara::acceptor_of(*table);
+        for (const std::string& word : words_for(*table, random, 20)) {
+            if (word.find('\0') != std::string::npos) continue;
+            lemara::Acceptor::Node node = acceptor.start();
+            for (const char c : tolowercase(word)) {
+                node = acceptor.next(node, static_cast<std::uint8_t>(c));
+            }
+            const bool small = !word.empty() && orbi_islower(word[0]);
+            const lemara::Answer answer = acceptor.answer(node, small);
+            ++answers[static_cast<int>(answer)];
+            if (answer == lemara::Answer::ask_the_walk) continue;
+            EXPECT_EQ(answer == lemara::Answer::yes, lemara::walk_finds_word(*table, word))
+                << "seed " << seed << ", word " << word;
+        }
+    }
+    std::cout << "no " << answers[0] << ", yes " << answers[1] << ", ask the walk " << answers[2]
+              << '\n';
+    for (const long count : answers) EXPECT_GT(count, 100);
+}
+
+// A table in which each word makes new nodes: any of the last 24 letters decides.
+// (0)--a,b-->(0), (0)--b-->(1)--a,b-->(2)-- ... -->((24))
+TEST(Acceptor, BeyondItsBoundsTheWalkIsAsked) {
+    std::string records = "0\ta\t0\n0\tb\t0\n0\tb\t1\n";
+    for (int state = 1; state < 24; ++state) {
+        for (const char* letter : {"a", "b"}) {
+            records += std::to_string(state) + '\t' + letter + '\t' + std::to_string(state + 1) + '\n';
+        }
+    }
+    records += "final: 24\n";
+    const auto table = table_from(records);
+    std::mt19937 random(1);
+    long asked = 0;
+    for (int round = 0; round < 6000; ++round) {
+        std::string word;
+        for (int i = 0; i < 200; ++i) word += random() % 2 == 0 ? 'a' : 'b';
+        lemara::Acceptor& acceptor = lemara::acceptor_of(*table);
+        lemara::Acceptor::Node node = acceptor.start();
+        for (const char c : word) node = acceptor.next(node, static_cast<std::uint8_t>(c));
+        if (acceptor.answer(node, true) == lemara::Answer::ask_the_walk) ++asked;
+        ASSERT_EQ(lemara::has_word(*table, word), word[word.size() - 24] == 'b') << word;
+    }
+    std::cout << "words beyond the bound: " << asked << '\n';
+    EXPECT_GT(asked, 0);
+}
+
+TEST(AcceptorThreads, FourThreadsMakeOneAcceptor) {
+    for (unsigned seed = 1; seed <= 60; ++seed) {
+        RandomTables random(seed);
+        const std::string text = random.table();
+        const auto alone = table_from(text);
+        if (lemara::packed_form(*alone).cycles != 0) continue;  // some have paths beyond number
+        const std::vector<std::string> words = words_for(*alone, random, 60);
+        std::vector<bool> known;
+        for (const std::string& word : words) known.push_back(lemara::walk_finds_word(*alone, word));
+
+        const lemara::test::TempDir folder;
+        const Taula compiled(folder.write("t.sare", lemara::compile_table(*alone)));
+        const auto fresh = table_from(text);
+        std::atomic<int> wrong{0};
+        std::atomic<bool> go{false};
+        std::vector<std::thread> threads;
+        for (std::size_t t = 0; t < 4; ++t) {
+            threads.emplace_back([&, t] {
+                while (!go) std::this_thread::yield();
+                for (std::size_t i = 0; i < words.size(); ++i) {
+                    const std::size_t at = (i * (t + 1)) % words.size();
+                    for (const Taula* table : {static_cast<const Taula*>(fresh.get()), &compiled}) {
+                        if (lemara::has_word(*table, words[at]) != known[at]) ++wrong;
+                        if (table->analizatuTokena(words[at]).empty() && known[at]) ++wrong;
+                    }
+                }
+            });
+        }
+        go = true;
+        for (std::thread& thread : threads) thread.join();
+        EXPECT_EQ(wrong, 0) << "seed " << seed;
+    }
+}
