@@ -23,7 +23,9 @@ constexpr Row SIGNS[] = {
     {0x2043, "-"},  {0x2212, "-"},  {0xFF07, "'"},
 };
 
-constexpr Row LIGATURES[] = {
+// Ligatures, and letters that Unicode has twice.
+constexpr Row LETTERS[] = {
+    {0x212A, "K"},  {0x212B, "\305"},
     {0xFB00, "ff"}, {0xFB01, "fi"}, {0xFB02, "fl"}, {0xFB03, "ffi"}, {0xFB04, "ffl"},
 };
 
@@ -57,12 +59,12 @@ constexpr Range SYMBOLS[] = {
     {0x20A0, 0x20CF}, {0x2100, 0x2101}, {0x2103, 0x2106}, {0x2108, 0x2109},
     {0x2114, 0x2114}, {0x2116, 0x2118}, {0x211E, 0x2123}, {0x2125, 0x2125},
     {0x2127, 0x2127}, {0x2129, 0x2129}, {0x2140, 0x2144}, {0x214A, 0x215F},
-    {0x218A, 0x2BFF}, {0x2E00, 0x2E7F}, {0x3001, 0x3004}, {0x3008, 0x3020},
+    {0x218A, 0x2BFF}, {0x2E00, 0x2E2E}, {0x2E30, 0x2E7F}, {0x3001, 0x3004}, {0x3008, 0x3020},
     {0x3030, 0x3030}, {0x3036, 0x3037}, {0x303D, 0x303F}, {0x30FB, 0x30FB},
     {0x3200, 0x33FF}, {0x4DC0, 0x4DFF}, {0xA490, 0xA4CF}, {0xE000, 0xF8FF},
     {0xFE10, 0xFE1F}, {0xFE30, 0xFE6F}, {0xFF01, 0xFF0F}, {0xFF1A, 0xFF20},
     {0xFF3B, 0xFF40}, {0xFF5B, 0xFF65}, {0xFFE0, 0xFFFC}, {0x10100, 0x1013F},
-    {0x1D000, 0x1D1FF}, {0x1F000, 0x1FAFF}, {0xF0000, 0x10FFFF},
+    {0x1D000, 0x1D164}, {0x1F000, 0x1FAFF}, {0xF0000, 0x10FFFF},
 };
 
 template <std::size_t N>
@@ -136,6 +138,8 @@ constexpr Composition COMPOSITIONS[] = {
     {0x0308, "AEIOUaeiouy", "\304\313\317\326\334\344\353\357\366\374\377"},
     {0x030A, "Aa", "\305\345"},
     {0x0327, "Cc", "\307\347"},
+    {0x0340, "AEIOUaeiou", "\300\310\314\322\331\340\350\354\362\371"},  // 0300, twice there
+    {0x0341, "AEIOUYaeiouy", "\301\311\315\323\332\335\341\351\355\363\372\375"},
 };
 
 }  // namespace
@@ -146,7 +150,7 @@ Folding folding_of(char32_t character) {
     if (is_in(ACCENTS, character)) return {Role::accent};
     if (is_in(BLANKS, character)) return {Role::blank};
     if (const Row* row = find_row(SIGNS, character)) return {Role::sign, row->bytes};
-    if (const Row* row = find_row(LIGATURES, character)) return {Role::word, row->bytes};
+    if (const Row* row = find_row(LETTERS, character)) return {Role::word, row->bytes};
     if (is_in(SYMBOLS, character)) return {Role::sign, std::string_view(&STAND_IN, 1)};
     return {Role::foreign};
 }

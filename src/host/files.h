@@ -1,4 +1,5 @@
-// Whole files in and out. Tests: tests/host/files_test.cpp.
+// Whole files in and out. Tests: tests/host/Checker_words_test.cpp,
+// tests/host/dictionary_kill_test.cpp.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 // The file of the personal dictionary: WORD, TAB, CLASS, TAB, BETTER, TAB, INSTEAD, TAB, SOURCE,
 // in Latin-1, as the engine reads it. A file that somebody has written in UTF-8 is understood, and
-// becomes Latin-1 with the next word. Tests: tests/host/personal_file_test.cpp,
+// becomes Latin-1 with the next word. Tests: tests/host/Checker_words_test.cpp,
 // tests/host/dictionary_kill_test.cpp.
 #pragma once
 

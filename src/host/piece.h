@@ -1,5 +1,5 @@
 // A UTF-8 text as the engine reads it: pieces of Latin-1 with a way back to the source.
-// Tests: tests/host/piece_test.cpp, tests/host/positions_test.cpp.
+// Tests: tests/host/positions_test.cpp.
 #pragma once
 
 #include <cstddef>

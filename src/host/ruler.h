@@ -1,5 +1,5 @@
 // Places in a text: bytes to code points, UTF-16 units, lines and columns, in one pass.
-// Tests: tests/host/ruler_test.cpp.
+// Tests: tests/host/positions_test.cpp.
 #pragma once
 
 #include <cstddef>
