@@ -427,6 +427,66 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_command("lookup", "baso "), 0, "baso bat\tbaso bat<IZE>\n")
         self.expect(self.run_command("lookup", "q"), 1, "")
 
+    # --- dict ---
+
+    def dict(self, *arguments, **options):
+        return self.run_bare("dict", arguments[0], "--config", "sareak.cfg", *arguments[1:],
+                             **options)
+
+    def test_words_are_kept(self):
+        self.expect(self.dict("list"), 0, "")
+        self.expect(self.dict("add", "blog", "ñog"), 0, "")
+        self.expect(self.dict("list"), 0, "blog\tARR\nñog\tARR\n")
+        self.expect(self.run_command("check", text=b"bloga\n"), 0, "")
+        self.expect(self.run_command("check", "--no-dictionary", "--no-suggest", text=b"bloga\n"),
+                    1, "standard input:1:1: bloga (unknown)\n")
+        self.expect(self.dict("add", "--class", "ARR", "--better", "etxe", "etsog"), 0, "")
+        self.expect(self.dict("remove", "blog"), 0, "")
+        self.expect(self.dict("list"), 0, "ñog\tARR\netsog\tARR\tbetter: etxe\n")
+        result = self.dict("remove", "blog")
+        self.assertEqual((result.status, result.out), (1, b""))
+        self.assertIn("lemara dict remove: ", result.err)
+
+    def test_words_that_are_refused(self):
+        for entry in ("b", "слово", ""):
+            result = self.dict("add", "--dictionary", "new.txt", entry)
+            self.assertEqual((result.status, result.out), (1, b""), entry)
+            self.assertIn("lemara dict add: ", result.err)
+        result = self.dict("add", "--class", "XYZ", "blog")
+        self.assertEqual(result.status, 1)
+
+    def test_another_dictionary(self):
+        self.expect(self.dict("add", "--dictionary", "my.hp", "blog"), 0, "")
+        self.assertTrue(self.read("my.hp").startswith(b"blog\t<ARR>"))
+        self.expect(self.run_command("check", "--dictionary", "my.hp", text=b"bloga"), 0, "")
+        self.expect(self.run_command("valid", "--dictionary", "my.hp", "bloga"), 0,
+                    "bloga\tvalid\n")
+
+    def test_lists_in_and_out(self):
+        result = self.dict("import", "-", text="3\nblog/A\nñog\nслово\n".encode())
+        self.assertEqual((result.status, result.out), (1, b""))
+        self.assertIn("lemara dict import: 2 added, 0 were there, 1 refused\n", result.err)
+        self.expect(self.dict("export"), 0, "2\nblog\nñog\n")
+        self.expect(self.dict("export", "words.txt"), 0, "")
+        result = self.dict("import", "words.txt")
+        self.expect(result, 0, "", "lemara dict import: 0 added, 2 were there, 0 refused\n")
+
+    # --- doctor ---
+
+    def test_doctor(self):
+        result = self.run_command("doctor")
+        self.assertEqual((result.status, result.err), (0, ""))
+        out = result.out.decode()
+        self.assertIn("\nconfiguration   sareak.cfg\n", out)
+        self.assertIn(f"eumorfo.sare (text, {len(EUMORFO)} bytes)\n", out)
+        self.assertIn("hiztegia.txt (not made yet)\n", out)
+        self.write("eumorfo.sare", path_records([word("zzz", "<IZE>")]))
+        self.assertEqual(self.run_command("doctor").status, 1)
+        self.write("eumorfo.sare", b"")
+        result = self.run_command("doctor")
+        self.assertEqual(result.status, 2)
+        self.assertIn("eumorfo.sare", result.err)
+
     # --- coverage ---
 
     def coverage(self, *rows):
@@ -612,7 +672,9 @@ class CommandLine(unittest.TestCase):
         self.assertRegex(result.out.decode(), r"\Alemara \d+\.\d+\.\d+\n\Z")
         self.assertEqual((result.status, result.err), (0, ""))
         for command in ([], ["check"], ["analyze"], ["valid"], ["suggest"], ["generate"],
-                        ["lookup"], ["coverage"], ["table"], ["table", "convert"], ["table", "check"],
+                        ["lookup"], ["coverage"], ["dict"],
+                        ["dict", "add"], ["dict", "remove"], ["dict", "list"],
+                        ["dict", "import"], ["dict", "export"], ["doctor"], ["table"], ["table", "convert"], ["table", "check"],
                         ["table", "stats"], ["table", "compile"], ["table", "text"]):
             with self.subTest(command):
                 result = self.run_bare(*command, "--help")
