@@ -1,0 +1,32 @@
+// Whole paragraphs over the built tables, byte for byte. A change of the lexicon may
+// change them: scripts/update-golden writes them anew, and its differences want to be
+// read.
+#include "golden.h"
+
+#include <algorithm>
+
+namespace {
+
+using namespace lemara::test;
+
+std::vector<std::string> texts_in(const std::filesystem::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() == ".in")
+            names.push_back(entry.path().stem().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace
+
+TEST(Golden, ParagraphsComeOutByteForByte) {
+    ASSERT_EQ(texts_in(GOLDEN), GOLDEN_NAMES);
+    for (const std::string& name : GOLDEN_NAMES) {
+        for (const std::string& format : GOLDEN_FORMATS) {
+            EXPECT_EQ(golden_text(name, format), text_of_file(golden_file(name, format)))
+                << name << " as " << format << "; see scripts/update-golden";
+        }
+    }
+}
