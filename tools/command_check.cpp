@@ -1,80 +1,420 @@
+// Checking texts: `lemara check`. Files are cut into chunks between paragraphs; chunks are
+// checked by themselves, in several threads if asked for, and told in their order.
+#include <sys/ioctl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string_view>
+#include <thread>
 
+#include "check_formats.h"
+#include "check_markup.h"
+#include "checker.h"
 #include "commands.h"
-#include "engine.h"
 #include "failure.h"
+#include "files.h"
+#include "ordered_jobs.h"
+#include "output.h"
+#include "progress.h"
+#include "text_chunks.h"
+#include "text_encoding.h"
 
 namespace lemara::tools {
 
 namespace {
 
+constexpr std::size_t MOST_AROUND = 600;  // bytes of a line on each side of a word
+constexpr std::size_t MOST_THREADS = 256;
+
+enum class Output { TEXT, MARKUP, JSON, JSONL, SARIF, GITHUB };
+enum class Colour { AUTO, ALWAYS, NEVER };
+
 struct CheckArguments {
-    EngineArguments engine;
+    CheckerArguments checker;
+    Encoding encoding = Encoding::UTF_8;
     Paragraphs paragraphs = Paragraphs::LINES;
-    bool no_suggest = false;
+    Output output = Output::TEXT;
+    Colour colour = Colour::AUTO;
+    bool no_suggest = false, fail_fast = false, foreign = false, records = false;
+    bool summary = false;
+    std::size_t most = 8, jobs = 1;
     std::vector<std::string> files;
 };
 
-bool begins(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
+CheckFormat format_of(Output output) {
+    switch (output) {
+        case Output::JSON:
+            return CheckFormat::JSON;
+        case Output::JSONL:
+            return CheckFormat::JSONL;
+        case Output::SARIF:
+            return CheckFormat::SARIF;
+        case Output::GITHUB:
+            return CheckFormat::GITHUB;
+        default:
+            return CheckFormat::TEXT;
+    }
 }
 
-/// True if a token of the mark-up is unknown or has a better form. Nothing in the mark-up
-/// is escaped, but no token begins a line, so lines can be told apart.
-bool has_findings(std::string_view markup) {
-    bool in_verdict = false;
-    while (!markup.empty()) {
-        const std::size_t end = std::min(markup.find('\n'), markup.size());
-        const std::string_view line = markup.substr(0, end);
-        markup.remove_prefix(std::min(end + 1, markup.size()));
-        if (begins(line, "\t<prop k=\"ezz\"")) return true;
-        if (in_verdict && begins(line, "\t\t<")) return true;
-        in_verdict = line == "\t<prop>";
+/// A chunk and what was found in it. Places count from the start of the chunk.
+struct CheckedChunk {
+    Chunk chunk;
+    std::vector<Finding> findings;
+    TextExtent extent;
+    std::size_t words = 0;
+    std::size_t invalid_at = std::string::npos;  // first byte that is no UTF-8
+    std::string records;                         // with --jsonl
+};
+
+/// Stretches between blanks that hold a letter, or what may be one.
+std::size_t count_words(std::string_view text) {
+    std::size_t words = 0;
+    bool letter = false;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool blank = byte == ' ' || (byte >= '\t' && byte <= '\r');
+        const unsigned char lower = byte | 0x20;
+        if (blank) {
+            words += letter;
+            letter = false;
+        } else if ((lower >= 'a' && lower <= 'z') || byte >= 0x80) {
+            letter = true;
+        }
     }
-    return false;
+    return words + letter;
+}
+
+/// Checks chunks. May be used by several threads.
+class ChunkCheck {
+public:
+    ChunkCheck(const Checker& checker, const CheckArguments& arguments)
+        : checker_(checker), arguments_(arguments) {
+        options_.paragraphs = arguments.paragraphs == Paragraphs::BLANK
+                                  ? lemara::Paragraphs::blank
+                                  : lemara::Paragraphs::lines;
+        options_.most_forms = arguments.no_suggest ? 0 : arguments.most;
+        options_.report_foreign = arguments.foreign;
+    }
+
+    CheckedChunk operator()(Chunk chunk) const {
+        CheckedChunk result;
+        result.chunk = std::move(chunk);
+        std::string& text = result.chunk.text;
+        const bool latin1 = arguments_.encoding == Encoding::LATIN_1;
+        if (latin1) text = utf8_from_latin1(text);
+        result.invalid_at = find_invalid_utf8(text);
+        result.words = count_words(text);
+        if (arguments_.records) {
+            make_records(result);
+            return result;
+        }
+        result.extent = extent_of(text);
+        find_all(result);
+        if (latin1) count_as_latin1(result);
+        return result;
+    }
+
+private:
+    const Checker& checker_;
+    const CheckArguments& arguments_;
+    CheckOptions options_;
+
+    /// The checker takes a mark at the start of a text for the byte order mark of a file; a
+    /// line feed in front tells it that this is none.
+    void find_all(CheckedChunk& result) const {
+        const std::string& text = result.chunk.text;
+        const bool with_mark = text.compare(0, 3, "\xEF\xBB\xBF") == 0;
+        if (result.chunk.first || !with_mark) {
+            checker_.check(text, options_, [&](const Finding& finding) {
+                result.findings.push_back(finding);
+                return !arguments_.fail_fast;
+            });
+            return;
+        }
+        checker_.check('\n' + text, options_, [&](Finding finding) {
+            for (Place* place : {&finding.span.begin, &finding.span.end}) {
+                --place->byte;
+                --place->code_point;
+                --place->utf16;
+            }
+            --finding.span.line;
+            result.findings.push_back(std::move(finding));
+            return !arguments_.fail_fast;
+        });
+    }
+
+    /// In a Latin-1 file a character is a byte.
+    static void count_as_latin1(CheckedChunk& result) {
+        result.extent.bytes = result.extent.code_points;
+        for (Finding& finding : result.findings) {
+            finding.span.begin.byte = finding.span.begin.code_point;
+            finding.span.end.byte = finding.span.end.code_point;
+        }
+    }
+
+    void make_records(CheckedChunk& result) const {
+        std::string_view rest = result.chunk.text;
+        while (!rest.empty()) {
+            const std::size_t end = std::min(rest.find('\n'), rest.size());
+            std::string_view line = rest.substr(0, end);
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+            if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+            std::string entries;
+            for (const Finding& finding : checker_.check(line, options_)) {
+                entries += (entries.empty() ? "" : ",") + json_of(finding);
+                result.findings.push_back(finding);
+            }
+            result.records += "{\"findings\":[" + entries + "]}\n";
+        }
+    }
+};
+
+std::string_view before_on_line(std::string_view text, std::size_t at) {
+    const std::size_t from = at > MOST_AROUND ? at - MOST_AROUND : 0;
+    std::string_view before = text.substr(from, at - from);
+    const std::size_t end = before.find_last_of("\r\n");
+    if (end != before.npos) before.remove_prefix(end + 1);
+    while (!before.empty() && (before.front() & 0xC0) == 0x80) before.remove_prefix(1);
+    return before;
+}
+
+std::string_view after_on_line(std::string_view text, std::size_t at) {
+    std::string_view after = text.substr(std::min(at, text.size()), MOST_AROUND);
+    after = after.substr(0, after.find_first_of("\r\n"));
+    if (after.size() < MOST_AROUND) return after;
+    while (!after.empty() && (after.back() & 0xC0) == 0x80) after.remove_suffix(1);
+    if (!after.empty()) after.remove_suffix(1);  // a character that may be cut
+    return after;
+}
+
+std::size_t width_of_terminal() {
+    constexpr std::size_t USUAL = 80, NARROWEST = 20;
+    winsize size{};
+    const bool known = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return std::max<std::size_t>(known ? size.ws_col : USUAL, NARROWEST);
+}
+
+bool has_terminal_colours() {
+    const char* no_colour = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    return (no_colour == nullptr || *no_colour == '\0') &&
+           (terminal == nullptr || std::string_view(terminal) != "dumb");
+}
+
+std::string counted(std::size_t count, const char* thing) {
+    return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
+
+/// Tells what the chunks bring, in their order.
+class Report {
+public:
+    explicit Report(const CheckArguments& arguments)
+        : arguments_(arguments),
+          format_(format_of(arguments.output)),
+          files_(arguments.files.empty() ? std::vector<std::string>{"-"} : arguments.files),
+          progress_(arguments.files),
+          on_terminal_(::isatty(STDOUT_FILENO) == 1),
+          coloured_(arguments.colour == Colour::ALWAYS ||
+                    (arguments.colour == Colour::AUTO && on_terminal_ &&
+                     has_terminal_colours())),
+          with_lines_(format_ == CheckFormat::TEXT && (on_terminal_ || coloured_)),
+          width_(width_of_terminal()) {
+        if (!arguments.records) results_.write(report_head(format_, version()));
+    }
+
+    void take(const CheckedChunk& checked) {
+        const Chunk& chunk = checked.chunk;
+        if (chunk.first) start_file(chunk.file);
+        if (checked.invalid_at != std::string::npos && !told_invalid_) tell_invalid(checked);
+        for (const Finding& finding : checked.findings) tell(finding, chunk.text);
+        results_.write(checked.records);
+        base_.bytes += checked.extent.bytes;
+        base_.code_points += checked.extent.code_points;
+        base_.utf16 += checked.extent.utf16;
+        base_.line_ends += checked.extent.line_ends;
+        words_ += checked.words;
+        bytes_ += chunk.text.size();
+        if (!chunk.trouble.empty()) {
+            failed_ = true;
+            tell_message(chunk.trouble);
+        }
+        progress_.reached(bytes_);
+        if (results_wanted_now()) results_.flush();
+    }
+
+    bool ended() const { return arguments_.fail_fast && findings_ > 0; }
+
+    int finish() {
+        progress_.wipe();
+        if (!arguments_.records) results_.write(report_tail(format_));
+        results_.flush();
+        if (arguments_.summary) tell_summary();
+        return failed_ ? FAILED : findings_ > 0 ? FINDINGS : DONE;
+    }
+
+private:
+    const CheckArguments& arguments_;
+    CheckFormat format_;
+    std::vector<std::string> files_;
+    Results results_;
+    Progress progress_;
+    bool on_terminal_, coloured_, with_lines_;
+    std::size_t width_;
+    const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    std::string file_;
+    TextExtent base_;  // of the chunks of this file that were told
+    bool told_invalid_ = false, failed_ = false;
+    std::size_t findings_ = 0, words_ = 0;
+    std::uint64_t bytes_ = 0;
+
+    void start_file(std::size_t number) {
+        file_ = files_[number] == "-" ? "standard input" : files_[number];
+        base_ = TextExtent();
+        told_invalid_ = false;
+    }
+
+    /// What comes from a pipe or a terminal is answered as it comes.
+    bool results_wanted_now() const { return on_terminal_ || file_ == "standard input"; }
+
+    void tell(Finding finding, const std::string& text) {
+        if (ended()) return;
+        if (on_terminal_) progress_.wipe();
+        ++findings_;
+        if (arguments_.records) return;
+        const std::size_t begin = finding.span.begin.byte, end = finding.span.end.byte;
+        for (Place* place : {&finding.span.begin, &finding.span.end}) {
+            place->byte += base_.bytes;
+            place->code_point += base_.code_points;
+            place->utf16 += base_.utf16;
+        }
+        finding.span.line += base_.line_ends;
+        constexpr std::size_t MARGINS = 4;
+        results_.write(
+            with_lines_ && arguments_.encoding == Encoding::UTF_8
+                ? with_its_line(file_, finding, before_on_line(text, begin),
+                                after_on_line(text, end), width_ - MARGINS, coloured_)
+                : report_entry(format_, file_, finding, findings_ == 1));
+    }
+
+    void tell_invalid(const CheckedChunk& checked) {
+        told_invalid_ = true;
+        const std::string_view before =
+            std::string_view(checked.chunk.text).substr(0, checked.invalid_at);
+        const std::size_t line_start = before.find_last_of("\r\n") + 1;  // npos + 1 is 0
+        const std::size_t line = base_.line_ends + extent_of(before).line_ends + 1;
+        tell_message(file_ + ':' + std::to_string(line) + ": not UTF-8 at byte " +
+                     std::to_string(before.size() - line_start + 1) +
+                     "; what is no UTF-8 is passed over (--encoding latin-1?)");
+    }
+
+    void tell_message(const std::string& text) {
+        progress_.wipe();
+        if (on_terminal_) results_.flush();
+        message(text);
+    }
+
+    void tell_summary() {
+        const auto time = std::chrono::duration<double>(std::chrono::steady_clock::now() -
+                                                        start_);
+        char seconds[32];
+        std::snprintf(seconds, sizeof seconds, "%.3f s", time.count());
+        message(counted(findings_, "finding") + " in " + counted(words_, "word") + " of " +
+                counted(files_.size(), "file") + ", " + seconds);
+    }
+};
+
+int check_as_findings(const CheckArguments& arguments) {
+    const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
+    ChunkReader reader(arguments.files, arguments.paragraphs == Paragraphs::BLANK);
+    Report report(arguments);
+    const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
+    OrderedJobs<Chunk, CheckedChunk> jobs(
+        arguments.jobs == 0 ? cores : arguments.jobs, ChunkCheck(*checker, arguments),
+        [&](const CheckedChunk& checked) { report.take(checked); });
+    for (Chunk chunk; !report.ended() && reader.next(chunk);) jobs.add(std::move(chunk));
+    if (!report.ended()) jobs.finish();
+    return report.finish();
 }
 
 int check(const CheckArguments& arguments) {
-    Session session(arguments.engine);
-    TextReader reader(arguments.files, arguments.engine.encoding, arguments.paragraphs,
-                      message);
-    bool findings = false;
-    for (Piece piece; reader.next(piece);) {
-        if (!piece.usable) {
-            session.write_raw(piece.text + '\n');
-            continue;
-        }
-        const std::string markup =
-            session.engine().getParagrafoaZuzenlex(piece.text, !arguments.no_suggest);
-        findings = findings || has_findings(markup);
-        session.write(markup);
-        session.flush();
-    }
-    session.flush();
-    return findings || reader.refused() ? FINDINGS : DONE;
+    if (arguments.output != Output::MARKUP) return check_as_findings(arguments);
+    if (arguments.records) throw Failure("--jsonl and --format markup exclude each other");
+    MarkupArguments markup;
+    markup.engine.configuration = arguments.checker.configuration;
+    markup.engine.dictionary = arguments.checker.dictionary;
+    markup.engine.encoding = arguments.encoding;
+    markup.paragraphs = arguments.paragraphs;
+    markup.no_suggest = arguments.no_suggest;
+    markup.files = arguments.files;
+    return check_as_markup(markup);
+}
+
+void add_output_options(CLI::App& command, CheckArguments& arguments) {
+    const std::map<std::string, Output> outputs{
+        {"text", Output::TEXT},   {"markup", Output::MARKUP}, {"json", Output::JSON},
+        {"jsonl", Output::JSONL}, {"sarif", Output::SARIF},   {"github", Output::GITHUB}};
+    command
+        .add_option("--format", arguments.output,
+                    "text (default), json (one document), jsonl (an object for each "
+                    "finding), sarif, github (commands of a workflow) or markup (a verdict "
+                    "for each token, as the engine writes it)")
+        ->transform(CLI::CheckedTransformer(outputs).description(""))
+        ->type_name("NAME");
+    command.add_flag("--jsonl", arguments.records,
+                     "answer each line of the input with one line, a JSON object with its "
+                     "findings");
+    const std::map<std::string, Colour> colours{
+        {"auto", Colour::AUTO}, {"always", Colour::ALWAYS}, {"never", Colour::NEVER}};
+    command
+        .add_option("--color", arguments.colour,
+                    "auto (default: on a terminal, unless NO_COLOR is set), always, never")
+        ->transform(CLI::CheckedTransformer(colours).description(""))
+        ->type_name("WHEN");
+    command.add_flag("--summary", arguments.summary,
+                     "tell findings, words and time at the end");
 }
 
 }  // namespace
 
 void add_check(CLI::App& app, int& status) {
-    CLI::App* command = app.add_subcommand("check", "Check the spelling of a text");
+    CLI::App* command = app.add_subcommand("check", "Check the spelling of texts");
     auto arguments = std::make_shared<CheckArguments>();
-    add_engine_options(*command, arguments->engine);
+    add_checker_options(*command, arguments->checker);
+    add_encoding_option(*command, arguments->encoding);
+    add_output_options(*command, *arguments);
     command->add_flag("--no-suggest", arguments->no_suggest,
-                      "mark unknown words without proposals; much faster");
+                      "no proposals and no better forms; much faster");
+    command->add_option("--most", arguments->most, "proposals for a word (default 8)")
+        ->type_name("N");
+    command->add_flag("--foreign", arguments->foreign,
+                      "tell words in other scripts, too");
+    command->add_flag("--fail-fast", arguments->fail_fast, "end at the first finding");
+    command
+        ->add_option("--jobs", arguments->jobs,
+                     "threads that check (default 1; 0: as many as there are cores); the "
+                     "output is the same")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{0}, MOST_THREADS).description(""));
     add_paragraph_options(*command, arguments->paragraphs, arguments->files);
     command->footer(
-        "Writes a verdict for each word, as mark-up; docs/outputs.md describes it.\n"
-        "Exit status: 0 all is right; 1 unknown words, better forms, or lines that could "
-        "not "
-        "be read;\n2 wrong usage, or a file that can't be used.\n\n"
+        "Writes FILE:LINE:COLUMN: WORD \xE2\x86\x92 PROPOSALS for each finding, on a "
+        "terminal with the line; nothing if\nall is well. Columns count characters from 1. "
+        "Web and mail addresses, paths, and words in other\nscripts are passed over. "
+        "docs/command-line.md describes the formats.\n"
+        "Exit status: 0 all is right; 1 there were findings; 2 wrong usage, or a file that "
+        "can't be used;\nthe other files are checked.\n\n"
         "Examples:\n"
         "  lemara check letter.txt\n"
         "  printf 'Kaixo, mundua!\\n' | lemara check\n"
-        "  lemara check --paragraphs blank --no-suggest --dictionary my.hp book.txt");
+        "  lemara check --jobs 0 --no-suggest --summary *.txt\n"
+        "  lemara check --format sarif docs/*.md > lemara.sarif\n"
+        "  lemara check --format markup letter.txt");
     command->callback([arguments, &status] { status = check(*arguments); });
 }
 

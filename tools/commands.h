@@ -11,10 +11,19 @@ namespace lemara::tools {
 /// writes the exit status to `status` and may throw Failure.
 void add_analyze(CLI::App& app, int& status);
 void add_check(CLI::App& app, int& status);
+void add_coverage(CLI::App& app, int& status);
+void add_dict(CLI::App& app, int& status);
+void add_doctor(CLI::App& app, int& status);
 void add_generate(CLI::App& app, int& status);
 void add_lookup(CLI::App& app, int& status);
 void add_suggest(CLI::App& app, int& status);
 void add_table(CLI::App& app, int& status);
 void add_valid(CLI::App& app, int& status);
+
+/// True if the command line is one of ispell's: options and no subcommand.
+bool is_ispell_command_line(int count, char** arguments);
+
+/// Answers it; the exit status. Errors: Failure.
+int run_as_ispell(int count, char** arguments);
 
 }  // namespace lemara::tools

@@ -5,6 +5,7 @@
 
 #include "failure.h"
 #include "files.h"
+#include "lemara/compiled_table.h"
 #include "text_encoding.h"
 
 namespace lemara::tools {
@@ -67,13 +68,24 @@ ListedTable read_entry(std::string_view line, const std::string& folder,
     return {key_of(name), path.string(), number};
 }
 
+/// The first bytes of a table; all of them if it is compiled.
+std::string read_for_judgement(const std::string& path) {
+    require_regular(path);
+    std::string start = read_start(path, 64);
+    return is_compiled_table(start) ? read_file(path) : start;
+}
+
 void require_table(const ListedTable& table, const std::string& place) {
     std::string start;
     try {
-        require_regular(table.path);
-        start = read_start(table.path, 64);
+        start = read_for_judgement(table.path);
     } catch (const Failure& failure) {
         throw Failure(place + failure.what());
+    }
+    if (is_compiled_table(start)) {
+        const std::string defect = compiled_table_defect(start);
+        if (defect.empty()) return;
+        throw Failure(place + table.path + ": unusable compiled table: " + defect);
     }
     if (table.path.find("SARE8") != table.path.npos) return;  // enciphered
     const bool digit = !start.empty() && start[0] >= '0' && start[0] <= '9';

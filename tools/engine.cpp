@@ -9,28 +9,19 @@
 
 #include "configuration.h"
 #include "failure.h"
+#include "lemara/checker.h"
 
 namespace lemara::tools {
 
 namespace {
 
-/// Where the tables that came with the command may be, seen from its own folder: first as
-/// installed, then as built.
-constexpr const char* DEFAULT_FOLDERS[] = {LEMARA_TABLES_FROM_BINDIR, "../lexicon"};
-constexpr const char* DEFAULT_NAME = "sareak.cfg";
-
 std::string default_configuration() {
-    std::error_code error;
-    const std::filesystem::path here =
-        std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    for (const char* folder : DEFAULT_FOLDERS) {
-        const std::filesystem::path path =
-            (here / folder / DEFAULT_NAME).lexically_normal();
-        if (std::filesystem::exists(path, error)) return path.string();
-    }
-    throw Failure(
-        std::string("no tables: neither installed nor built with this command; name "
-                    "a configuration with --config"));
+    std::vector<std::string> looked;
+    std::string path = find_configuration(&looked);
+    if (!path.empty()) return path;
+    std::string places;
+    for (const std::string& place : looked) places += (places.empty() ? "" : ", ") + place;
+    throw Failure("no tables: name a configuration with --config; none is at " + places);
 }
 
 std::vector<ListedTable> find_tables(const std::string& configuration) {
@@ -81,10 +72,14 @@ void add_engine_options(CLI::App& command, EngineArguments& arguments) {
         "tables that came with lemara");
     command.add_option("--dictionary", arguments.dictionary,
                        "personal dictionary, in Latin-1");
+    add_encoding_option(command, arguments.encoding);
+}
+
+void add_encoding_option(CLI::App& command, Encoding& encoding) {
     const std::map<std::string, Encoding> encodings{{"utf-8", Encoding::UTF_8},
                                                     {"latin-1", Encoding::LATIN_1}};
     command
-        .add_option("--encoding", arguments.encoding,
+        .add_option("--encoding", encoding,
                     "encoding of text in and out: utf-8 (default) or latin-1")
         ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case).description(""))
         ->type_name("NAME");

@@ -26,6 +26,9 @@ struct EngineArguments {
 /// Adds --config, --dictionary and --encoding.
 void add_engine_options(CLI::App& command, EngineArguments& arguments);
 
+/// Adds --encoding.
+void add_encoding_option(CLI::App& command, Encoding& encoding);
+
 /// Adds --paragraphs and the files; without files the text is standard input.
 void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
                            std::vector<std::string>& files);

@@ -148,6 +148,7 @@ bool LineReader::next(std::string& line) {
 /// Reads on behind what is left; false at the end of the file.
 bool LineReader::fill() {
     buffer_.erase(0, used_);
+    behind_ += used_;
     used_ = 0;
     const std::size_t rest = buffer_.size();
     buffer_.resize(std::max<std::size_t>(rest * 2, 65536));

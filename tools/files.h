@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -43,12 +44,16 @@ public:
     /// "PATH:LINE", for messages on the line that came last.
     std::string place() const;
 
+    /// How much of the file has been given out, in bytes, line ends included.
+    std::uint64_t bytes_read() const { return behind_ + used_; }
+
 private:
     std::string path_;
     int descriptor_;
     std::string buffer_;
     std::size_t used_ = 0;  // bytes of the buffer that have been given out
     std::size_t number_ = 0;
+    std::uint64_t behind_ = 0;  // bytes that stood in front of the buffer
 
     bool fill();
 };

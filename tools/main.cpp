@@ -71,12 +71,19 @@ int run(int count, char** arguments) {
         "be "
         "used.\n\n"
         "\"lemara COMMAND --help\" tells more of each command.\n\n"
+        "As ispell, for editors: -a serves the pipe protocol; -l lists the unknown words of "
+        "FILEs or standard\ninput, -G the known ones, -L the lines that hold unknown ones; "
+        "-vv tells the version. With them go\n-d eu, -p DICTIONARY, -i ENCODING, --config, "
+        "--dictionary and --no-dictionary.\n\n"
         "Examples:\n"
         "  printf 'Kaixo, mundua!\\n' | lemara check\n"
         "  lemara analyze --format cg3 letter.txt\n"
         "  lemara suggest etxxea");
     add_check(app, status);
     add_analyze(app, status);
+    add_coverage(app, status);
+    add_dict(app, status);
+    add_doctor(app, status);
     add_valid(app, status);
     add_suggest(app, status);
     add_generate(app, status);
@@ -96,6 +103,9 @@ int run(int count, char** arguments) {
 int main(int count, char** arguments) {
     std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is told like any other failed write
     try {
+        if (is_ispell_command_line(count, arguments)) {
+            return run_as_ispell(count, arguments);
+        }
         return run(count, arguments);
     } catch (const Failure& failure) {
         message(failure.what());

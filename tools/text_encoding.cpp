@@ -101,6 +101,22 @@ std::size_t find_invalid_utf8(std::string_view text) {
     return std::string_view::npos;
 }
 
+std::size_t length_of_invalid(std::string_view text) {
+    const unsigned lead = byte_at(text, 0);
+    const std::size_t wanted = lead >= 0xE0 && lead <= 0xEF   ? 3
+                               : lead >= 0xF0 && lead <= 0xF4 ? 4
+                                                              : 1;
+    std::size_t length = 1;
+    while (length + 1 < wanted && length < text.size()) {
+        const unsigned byte = byte_at(text, length);
+        const bool overlong = (lead == 0xE0 && byte < 0xA0) || (lead == 0xF0 && byte < 0x90);
+        const bool beyond = (lead == 0xED && byte > 0x9F) || (lead == 0xF4 && byte > 0x8F);
+        if ((byte & 0xC0) != 0x80 || (length == 1 && (overlong || beyond))) break;
+        ++length;
+    }
+    return length;
+}
+
 char32_t next_character(std::string_view text, std::size_t& at) {
     const unsigned lead = byte_at(text, at++);
     if (lead < 0x80) return lead;

@@ -13,6 +13,10 @@ namespace lemara::tools {
 /// numbers above U+10FFFF are not valid), or npos if all of `text` is valid.
 std::size_t find_invalid_utf8(std::string_view text);
 
+/// Bytes of what is no UTF-8 at the start of `text`: the longest piece that begins like a
+/// character, as browsers and the checker count it.
+std::size_t length_of_invalid(std::string_view text);
+
 /// The character at byte `at` of valid UTF-8; moves `at` behind it.
 char32_t next_character(std::string_view text, std::size_t& at);
 

@@ -48,6 +48,7 @@ TextReader::TextReader(std::vector<std::string> files, Encoding encoding,
 
 TextReader::Found TextReader::next_line(std::string& text) {
     if (!lines_->next(text)) {
+        behind_ += lines_->bytes_read();
         lines_.reset();
         ++file_;
         return Found::FILE_END;

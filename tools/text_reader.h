@@ -51,6 +51,11 @@ public:
     /// True if a line had to be given back unread.
     bool refused() const { return refused_; }
 
+    /// How much of all files has been read.
+    std::uint64_t bytes_read() const {
+        return behind_ + (lines_ ? lines_->bytes_read() : 0);
+    }
+
 private:
     std::vector<std::string> files_;
     Encoding encoding_;
@@ -60,6 +65,7 @@ private:
     std::unique_ptr<LineReader> lines_;
     std::optional<Piece> waiting_;  // a refused line that ended a paragraph
     bool refused_ = false;
+    std::uint64_t behind_ = 0;  // bytes of the files that are done
 
     enum class Found { LINE, REFUSED, BLANK, FILE_END };
     Found next_line(std::string& text);

@@ -4,8 +4,10 @@
 Every subcommand, exit status and message, over small tables that are written here. The tables
 that come with the command play no part.
 """
+import json
 import os
 import random
+import re
 import resource
 import subprocess
 import sys
@@ -80,6 +82,7 @@ class CommandLine(unittest.TestCase):
 
     def run_bare(self, *arguments, text=b"", **options):
         options.setdefault("stdout", subprocess.PIPE)
+        options.setdefault("env", {"XDG_DATA_HOME": self.path("data"), "PATH": os.environ["PATH"]})
         return Result(subprocess.run([LEMARA, *arguments], input=text, stderr=subprocess.PIPE,
                                      cwd=self.folder.name, timeout=60, **options))
 
@@ -91,6 +94,189 @@ class CommandLine(unittest.TestCase):
                           result.status), (err, out, status))
 
     # --- check ---
+
+    TEXT = "Etxe haundia “etxxea”.\r\n\tzzzzzz 𝒳 n\u0303abar etxxea http://zz.zz слово\n"
+
+    def test_findings_for_people(self):
+        self.write("letter.txt", self.TEXT.encode())
+        told = ("letter.txt:1:6: haundia (has a better form)\n"
+                "letter.txt:1:15: etxxea → etxea\n"
+                "letter.txt:2:2: zzzzzz (unknown)\n"
+                "letter.txt:2:18: etxxea → etxea\n")
+        table = path_records([
+            word("etxe", "<IZE>"), word("etxea", "<IZE>"), word("ñabar", "<ADJ>"),
+            list("haundia") + ["[h=handi]:<>", "<ADJ>:<>"], word(".", "<PUNT>"),
+            word('"', "<PUNT>")])
+        self.write("eumorfo.sare", table)
+        self.expect(self.run_command("check", "letter.txt"), 1, told)
+
+    def check_text(self, *arguments, **options):
+        return self.run_command("check", *arguments, **options)
+
+    def test_positions(self):
+        self.write("letter.txt", self.TEXT.encode())
+        result = self.check_text("--format", "jsonl", "letter.txt")
+        for line in result.out.decode().splitlines():
+            finding = json.loads(line)
+            begin, end, token = finding["begin"], finding["end"], finding["token"]
+            self.assertEqual(self.TEXT.encode()[begin["byte"]:end["byte"]].decode(), token)
+            self.assertEqual(self.TEXT[begin["code_point"]:end["code_point"]], token)
+            self.assertEqual(self.TEXT.encode("utf-16-le")[2 * begin["utf16"]:2 * end["utf16"]]
+                             .decode("utf-16-le"), token)
+            row = self.TEXT.split("\n")[finding["line"] - 1]
+            self.assertTrue(row[finding["column"] - 1:].startswith(token))
+        self.assertEqual(result.status, 1)
+
+    def test_a_right_text_is_quiet(self):
+        for name in ("text", "jsonl", "github"):
+            self.expect(self.check_text("--format", name, text="Ñabar etxea.\n".encode()), 0, "")
+        self.expect(self.check_text(), 0, "")
+
+    def test_a_right_text_as_a_document(self):
+        for name in ("json", "sarif"):
+            result = self.check_text("--format", name, text=b"etxe\n")
+            self.assertEqual((result.status, result.err), (0, ""))
+            document = json.loads(result.out)
+            self.assertEqual(document.get("findings", []), [])
+
+    def test_json(self):
+        self.write("a.txt", b"etxe\netxxea")
+        self.write("b.txt", b"etxxea")
+        document = json.loads(self.check_text("--format", "json", "a.txt", "b.txt").out)
+        place = {"byte": 5, "code_point": 5, "utf16": 5}
+        self.assertEqual(document["findings"][0], {
+            "file": "a.txt", "kind": "unknown", "token": "etxxea", "line": 2, "column": 1,
+            "column_utf16": 1, "begin": place,
+            "end": {"byte": 11, "code_point": 11, "utf16": 11}, "forms": ["etxea"],
+            "complete": True})
+        self.assertEqual(document["findings"][1]["file"], "b.txt")
+        self.assertEqual(document["findings"][1]["begin"]["byte"], 0)
+
+    def test_sarif(self):
+        self.write("a b.txt", b"etxe\n etxxea")
+        document = json.loads(self.check_text("--format", "sarif", "a b.txt").out)
+        self.assertEqual(document["version"], "2.1.0")
+        run = document["runs"][0]
+        result = run["results"][0]
+        rules = [rule["id"] for rule in run["tool"]["driver"]["rules"]]
+        self.assertIn(result["ruleId"], rules)
+        location = result["locations"][0]["physicalLocation"]
+        region = {"startLine": 2, "startColumn": 2, "endLine": 2, "endColumn": 8}
+        self.assertEqual(location["artifactLocation"]["uri"], "a%20b.txt")
+        self.assertEqual(location["region"], region)
+        change = result["fixes"][0]["artifactChanges"][0]["replacements"][0]
+        self.assertEqual(change, {"deletedRegion": region, "insertedContent": {"text": "etxea"}})
+
+    def test_github(self):
+        self.write("a,b:c%.txt", b"etxxea")
+        self.expect(self.check_text("--format", "github", "a,b:c%.txt"), 1,
+                    "::warning file=a%2Cb%3Ac%25.txt,line=1,col=1,endLine=1,endColumn=7,"
+                    "title=Unknown word::etxxea → etxea\n")
+
+    def test_a_record_for_each_line(self):
+        result = self.check_text("--jsonl", text=b"etxxea\n\netxe\r\nzz etxxea")
+        records = [json.loads(line) for line in result.out.decode().splitlines()]
+        self.assertEqual([[(f["token"], f["begin"]["byte"]) for f in record["findings"]]
+                          for record in records],
+                         [[("etxxea", 0)], [], [], [("zz", 0), ("etxxea", 3)]])
+
+    def test_no_proposals_and_few(self):
+        self.expect(self.check_text("--no-suggest", text=b"etxxea"), 1,
+                    "standard input:1:1: etxxea (unknown)\n")
+        self.expect(self.check_text("--most", "0", text=b"etxxea"), 1,
+                    "standard input:1:1: etxxea (unknown)\n")
+
+    def test_fail_fast(self):
+        self.expect(self.check_text("--fail-fast", text=b"etxe\nzzzzzz etxxea\nzz\n"), 1,
+                    "standard input:2:1: zzzzzz (unknown)\n")
+
+    def test_foreign_words(self):
+        text = "etxe слово\n".encode()
+        self.expect(self.check_text(text=text), 0, "")
+        self.expect(self.check_text("--foreign", text=text), 1,
+                    "standard input:1:6: слово (foreign)\n")
+
+    def test_units_over_a_line_end(self):
+        self.expect(self.check_text("--paragraphs", "blank", text=b"etxe\nbaso\nbat zz\n"), 1,
+                    "standard input:3:5: zz (unknown)\n")
+        result = self.check_text(text=b"baso\nbat\n")
+        self.expect(result, 1, "standard input:1:1: baso → baso bat (only with other words)\n"
+                               "standard input:2:1: bat (unknown)\n")
+
+    def test_jobs_give_the_same_bytes(self):
+        noise = random.Random(3)
+        words = ["etxe", "etxxea", "zz", "ñabar", "haundi", "𝒳", "\ufeff", ".", "\r", "\r\n"]
+        text = "".join(noise.choice(words) + noise.choice(" \n") for _ in range(200000)).encode()
+        self.assertGreater(len(text), 3 * 2 ** 18)
+        for format_ in ("text", "json"):
+            one = self.check_text("--format", format_, "--no-suggest", text=text)
+            three = self.check_text("--format", format_, "--no-suggest", "--jobs", "3", text=text)
+            self.assertEqual(one.status, 1)
+            self.assertEqual(one.out, three.out)
+        # And chunks count on from each other: the same as Python counts in the whole text.
+        whole = text.decode()
+        findings = json.loads(one.out)["findings"]
+        for finding in findings[::len(findings) // 20]:
+            begin, end = finding["begin"], finding["end"]
+            self.assertEqual(whole[begin["code_point"]:end["code_point"]], finding["token"])
+            self.assertEqual(text[begin["byte"]:end["byte"]].decode(), finding["token"])
+            before = whole[:begin["code_point"]]
+            self.assertEqual(finding["line"], 1 + len(re.findall("\r\n|\r|\n", before)))
+            self.assertEqual(finding["column"], begin["code_point"] + 1 -
+                             max(m.end() for m in re.finditer("\r\n|\r|\n|^\ufeff|\\A", before)))
+
+    def test_a_summary(self):
+        result = self.check_text("--summary", text=b"etxe zz 12, etxxea.\n")
+        self.assertRegex(result.err,
+                         r"\Alemara check: 2 findings in 3 words of 1 file, \d+\.\d{3} s\n\Z")
+
+    def test_the_line_below(self):
+        text = "\tñabar “etxxea” \x1bñabar\n".encode()
+        result = self.check_text("--color", "always", text=text)
+        plain = re.sub("\x1b\\[[0-9;]*m", "", result.out.decode())
+        self.assertEqual(plain, "standard input:1:9: etxxea → etxea\n"
+                                "   ñabar “etxxea” \\x1Bñabar\n"
+                                "          ^~~~~~\n")
+
+    def test_files_that_cant_be_checked(self):
+        self.write("a.txt", b"etxxea\n")
+        self.write("nul.txt", b"etxxea\0\n")
+        result = self.check_text("no.txt", "a.txt", ".", "nul.txt", "/dev/zero", "a.txt")
+        self.expect(result, 2, "a.txt:1:1: etxxea → etxea\n" * 2,
+                    "lemara check: no.txt: cannot open: No such file or directory\n"
+                    "lemara check: .: is a directory\n"
+                    "lemara check: nul.txt: not a text: a NUL byte at byte 7\n"
+                    "lemara check: /dev/zero: not a text: a NUL byte at byte 1\n")
+
+    def test_what_is_not_utf_8_is_passed_over(self):
+        text = b"etxe\netxe \xff\xe2\x82 etxxea\nma\xf1a\n"
+        result = self.check_text("--format", "json", text=text)
+        self.assertEqual(result.err, "lemara check: standard input:2: not UTF-8 at byte 6; what "
+                         "is no UTF-8 is passed over (--encoding latin-1?)\n")
+        finding = json.loads(result.out)["findings"][0]
+        self.assertEqual((finding["token"], finding["line"], finding["column"]),
+                         ("etxxea", 2, 9))
+        self.assertEqual(finding["begin"], {"byte": 14, "code_point": 13, "utf16": 13})
+
+    def test_findings_in_latin_1(self):
+        result = self.check_text("--encoding", "latin-1", "--format", "jsonl",
+                                 text="ñabar etxxeñ\n".encode("latin-1"))
+        finding = json.loads(result.out)
+        self.assertEqual((finding["token"], finding["begin"]["byte"], finding["end"]["byte"]),
+                         ("etxxeñ", 6, 12))
+
+    def test_check_refuses_what_it_cant_use(self):
+        self.write("c.cfg", b"eumorfo.sare\nxx.sare\n")
+        result = self.run_bare("check", "--config", "c.cfg", text=b"etxe\n")
+        self.assertEqual((result.status, result.out), (2, b""))
+        self.assertIn("lemara check: c.cfg:2: no such table: xx.sare", result.err)
+        self.refused(b"", "check", "--config", "sareak.cfg", "--dictionary", "x.hp",
+                     err="lemara check: x.hp: cannot open: No such file or directory\n")
+
+    # --- check --format markup ---
+
+    def run_markup(self, *arguments, **options):
+        return self.run_command("check", "--format", "markup", *arguments, **options)
 
     def markup(self, *tokens):
         lines = ["<p>", '<es ezk="1" pzk="0">']
@@ -105,40 +291,40 @@ class CommandLine(unittest.TestCase):
     HANDI = "\t<prop>\n\t\t<hobe>handi</hobe>\n\t</prop>"
 
     def test_a_right_text(self):
-        self.expect(self.run_command("check", text="Ñabar etxea.\n".encode()), 0,
+        self.expect(self.run_markup( text="Ñabar etxea.\n".encode()), 0,
                     self.markup(("Ñabar", True, self.OK), ("etxea", False, self.OK),
                                 (".", False, self.OK)))
 
     def test_an_unknown_word(self):
-        self.expect(self.run_command("check", "--no-suggest", text=b"etxe zzz\n"), 1,
+        self.expect(self.run_markup( "--no-suggest", text=b"etxe zzz\n"), 1,
                     self.markup(("etxe", True, self.OK), ("zzz", False, self.UNKNOWN)))
-        self.expect(self.run_command("check", "-", text=b"zzzzz"), 1,
+        self.expect(self.run_markup( "-", text=b"zzzzz"), 1,
                     self.markup(("zzzzz", False, self.EMPTY)))
 
     def test_a_better_form(self):
-        self.expect(self.run_command("check", text=b"haundi\n"), 1,
+        self.expect(self.run_markup( text=b"haundi\n"), 1,
                     self.markup(("haundi", False, self.HANDI)))
 
     def test_proposals(self):
-        result = self.run_command("check", text=b"etxxea\n")
+        result = self.run_markup( text=b"etxxea\n")
         self.assertEqual(result.status, 1)
         self.assertIn(b"\t\t<sugg>etxea</sugg>\n", result.out)
 
     def test_typographic_text(self):
         text = "\ufeff“etxea” ‘etxe’ n\u0303abar\u00a0etxe\u00ada\n"
-        self.expect(self.run_command("check", text=text.encode()), 0, self.markup(
+        self.expect(self.run_markup( text=text.encode()), 0, self.markup(
             ('"', False, self.OK), ("etxea", False, self.OK), ('"', True, self.OK),
             ("'", False, self.OK), ("etxe", False, self.OK), ("'", True, self.OK),
             ("ñabar", True, self.OK), ("etxea", False, self.OK)))
 
     def test_a_character_beyond_latin_1(self):
-        self.expect(self.run_command("check", text="etxe €\n".encode()), 0,
+        self.expect(self.run_markup( text="etxe €\n".encode()), 0,
                     self.markup(("etxe", True, self.OK), ("*", False, self.OK)),
                     'lemara check: standard input:1: U+20AC is beyond Latin-1; read as "*"\n')
 
     def test_text_that_is_not_utf_8(self):
         self.write("letter.txt", b"etxe\nma\xf1a\netxea\n")
-        result = self.run_command("check", "letter.txt")
+        result = self.run_markup( "letter.txt")
         self.assertEqual(result.status, 1)
         self.assertEqual(result.err, "lemara check: letter.txt:2: not UTF-8 at byte 3; "
                                      "line passed on unchecked\n")
@@ -146,7 +332,7 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(result.out, one.encode() + b"ma\xf1a\n" + other.encode())
 
     def test_latin_1(self):
-        result = self.run_command("check", "--encoding", "latin-1", text=b"\xf1abar\n")
+        result = self.run_markup( "--encoding", "latin-1", text=b"\xf1abar\n")
         self.assertEqual(result.out,
                          self.markup(("ñabar", False, self.OK)).encode("latin-1"))
         self.assertEqual(result.status, 0)
@@ -154,23 +340,23 @@ class CommandLine(unittest.TestCase):
     def test_paragraphs(self):
         text = b"\n etxe\r\netxea\n\n \nhandi"
         each = [self.markup((form, False, self.OK)) for form in ("etxe", "etxea", "handi")]
-        self.expect(self.run_command("check", text=text), 0, "".join(each))
-        self.expect(self.run_command("check", "--paragraphs", "blank", text=text), 0,
+        self.expect(self.run_markup( text=text), 0, "".join(each))
+        self.expect(self.run_markup( "--paragraphs", "blank", text=text), 0,
                     self.markup(("etxe", True, self.OK), ("etxea", False, self.OK)) + each[2])
 
     def test_several_files(self):
         self.write("a.txt", b"etxe")
         self.write("b.txt", b"etxea")
-        self.expect(self.run_command("check", "a.txt", "-", "b.txt", text=b"handi"), 0, "".join(
+        self.expect(self.run_markup( "a.txt", "-", "b.txt", text=b"handi"), 0, "".join(
             self.markup((form, False, self.OK)) for form in ("etxe", "handi", "etxea")))
 
     def test_no_text(self):
-        self.expect(self.run_command("check"), 0, "")
+        self.expect(self.run_markup(), 0, "")
 
     def test_a_dictionary(self):
         self.write("my.hp", "//\nblog\t<ARR>\t\t\tHP\n".encode("latin-1"))
-        self.assertEqual(self.run_command("check", text=b"bloga\n").status, 1)
-        self.expect(self.run_command("check", "--dictionary", "my.hp", text=b"blog Bloga\n"), 0,
+        self.assertEqual(self.run_markup( text=b"bloga\n").status, 1)
+        self.expect(self.run_markup( "--dictionary", "my.hp", text=b"blog Bloga\n"), 0,
                     self.markup(("blog", True, self.OK), ("Bloga", False, self.OK)))
 
     # --- analyze ---
@@ -241,13 +427,109 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_command("lookup", "baso "), 0, "baso bat\tbaso bat<IZE>\n")
         self.expect(self.run_command("lookup", "q"), 1, "")
 
+    # --- dict ---
+
+    def dict(self, *arguments, **options):
+        return self.run_bare("dict", arguments[0], "--config", "sareak.cfg", *arguments[1:],
+                             **options)
+
+    def test_words_are_kept(self):
+        self.expect(self.dict("list"), 0, "")
+        self.expect(self.dict("add", "blog", "ñog"), 0, "")
+        self.expect(self.dict("list"), 0, "blog\tARR\nñog\tARR\n")
+        self.expect(self.run_command("check", text=b"bloga\n"), 0, "")
+        self.expect(self.run_command("check", "--no-dictionary", "--no-suggest", text=b"bloga\n"),
+                    1, "standard input:1:1: bloga (unknown)\n")
+        self.expect(self.dict("add", "--class", "ARR", "--better", "etxe", "etsog"), 0, "")
+        self.expect(self.dict("remove", "blog"), 0, "")
+        self.expect(self.dict("list"), 0, "ñog\tARR\netsog\tARR\tbetter: etxe\n")
+        result = self.dict("remove", "blog")
+        self.assertEqual((result.status, result.out), (1, b""))
+        self.assertIn("lemara dict remove: ", result.err)
+
+    def test_words_that_are_refused(self):
+        for entry in ("b", "слово", ""):
+            result = self.dict("add", "--dictionary", "new.txt", entry)
+            self.assertEqual((result.status, result.out), (1, b""), entry)
+            self.assertIn("lemara dict add: ", result.err)
+        result = self.dict("add", "--class", "XYZ", "blog")
+        self.assertEqual(result.status, 1)
+
+    def test_another_dictionary(self):
+        self.expect(self.dict("add", "--dictionary", "my.hp", "blog"), 0, "")
+        self.assertTrue(self.read("my.hp").startswith(b"blog\t<ARR>"))
+        self.expect(self.run_command("check", "--dictionary", "my.hp", text=b"bloga"), 0, "")
+        self.expect(self.run_command("valid", "--dictionary", "my.hp", "bloga"), 0,
+                    "bloga\tvalid\n")
+
+    def test_lists_in_and_out(self):
+        result = self.dict("import", "-", text="3\nblog/A\nñog\nслово\n".encode())
+        self.assertEqual((result.status, result.out), (1, b""))
+        self.assertIn("lemara dict import: 2 added, 0 were there, 1 refused\n", result.err)
+        self.expect(self.dict("export"), 0, "2\nblog\nñog\n")
+        self.expect(self.dict("export", "words.txt"), 0, "")
+        result = self.dict("import", "words.txt")
+        self.expect(result, 0, "", "lemara dict import: 0 added, 2 were there, 0 refused\n")
+
+    # --- doctor ---
+
+    def test_doctor(self):
+        result = self.run_command("doctor")
+        self.assertEqual((result.status, result.err), (0, ""))
+        out = result.out.decode()
+        self.assertIn("\nconfiguration   sareak.cfg\n", out)
+        self.assertIn(f"eumorfo.sare (text, {len(EUMORFO)} bytes)\n", out)
+        self.assertIn("hiztegia.txt (not made yet)\n", out)
+        self.write("eumorfo.sare", path_records([word("zzz", "<IZE>")]))
+        self.assertEqual(self.run_command("doctor").status, 1)
+        self.write("eumorfo.sare", b"")
+        result = self.run_command("doctor")
+        self.assertEqual(result.status, 2)
+        self.assertIn("eumorfo.sare", result.err)
+
+    # --- coverage ---
+
+    def coverage(self, *rows):
+        head = f"{'':26}{'tokens':>10}{'known':>10}{'share':>10}{'types':>10}{'known':>10}" \
+               f"{'share':>10}\n"
+        names = ("words", "  beginning in lower case", "  capitalised", "  all capitals",
+                 "  with digits", "numbers", "punctuation")
+        return head + "".join(f"{name:26}" + "".join(f"{cell:>10}" for cell in row) + "\n"
+                              for name, row in zip(names, rows))
+
+    def test_coverage(self):
+        none = (0, 0, "-", 0, 0, "-")
+        text = "etxe etxe baso bat zz Zz ZZ zz z3 12, etxe.\n\nÑabar .\n".encode()
+        # "baso bat" is one token; and no table here knows numbers.
+        known = self.coverage((10, 5, "50.00 %", 7, 3, "42.86 %"),
+                              (6, 4, "66.67 %", 3, 2, "66.67 %"),
+                              (2, 1, "50.00 %", 2, 1, "50.00 %"),
+                              (1, 0, "0.00 %", 1, 0, "0.00 %"),
+                              (1, 0, "0.00 %", 1, 0, "0.00 %"),
+                              (1, 0, "0.00 %", 1, 0, "0.00 %"),
+                              (3, 2, "66.67 %", 2, 1, "50.00 %"))
+        self.write("a.txt", text)
+        result = self.run_command("coverage", "a.txt")
+        self.expect(result, 0, known + "\n2\tzz\n1\t,\n1\t12\n1\tZZ\n1\tZz\n1\tz3\n")
+        self.expect(self.run_command("coverage", "--top", "1", "-", text=text), 0,
+                    known + "\n2\tzz\n")
+        self.expect(self.run_command("coverage", "--top", "0", "-", text=text), 0, known)
+        self.expect(self.run_command("coverage"), 0, self.coverage(*[none] * 7))
+
+    def test_coverage_of_lines_that_cant_be_read(self):
+        result = self.run_command("coverage", text="etxe\n".encode() + b"\xff\n\xff\n")
+        self.assertEqual(result.status, 1)
+        self.assertEqual(result.err, "lemara coverage: standard input:2: not UTF-8 at byte 1; "
+                         "line passed on unchecked\nlemara coverage: 1 more of the kind\n")
+        self.assertIn(f"{'words':26}{1:10}{1:10}", result.out.decode())
+
     # --- files that can't be used ---
 
     def refused(self, text, *arguments, err, **options):
         self.expect(self.run_bare(*arguments, text=text, **options), 2, "", err)
 
     def test_configurations(self):
-        name = "lemara check: "
+        name = "lemara analyze: "
         for label, lines, err in [
             ("a missing table", b"eumorfo.sare\n//\n\nzenbakiak.sare\n",
              "c.cfg:4: no such table: zenbakiak.sare (looked for in .)"),
@@ -277,7 +559,7 @@ class CommandLine(unittest.TestCase):
                 self.write("empty.sare", b"")
                 self.write("a.sare", EUMORFO)
                 self.write("c.cfg", lines)
-                result = self.run_bare("check", "--config", "c.cfg", text=b"etxe\n")
+                result = self.run_bare("analyze", "--config", "c.cfg", text=b"etxe\n")
                 self.assertEqual((result.out, result.status), (b"", 2))
                 if err is not None:
                     self.assertEqual(result.err, name + err + "\n")
@@ -296,36 +578,36 @@ class CommandLine(unittest.TestCase):
 
     def test_endless_files(self):
         self.write("c.cfg", b"eumorfo.sare\n//\n/dev/urandom\n")
-        self.refused(b"", "check", "--config", "c.cfg",
-                     err="lemara check: c.cfg:3: /dev/urandom: not a regular file\n")
-        self.refused(b"", "check", "--config", "/dev/urandom",
-                     err="lemara check: /dev/urandom: too large\n")
-        self.refused(b"", "check", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
-                     err="lemara check: /dev/zero: not a regular file\n")
+        self.refused(b"", "analyze", "--config", "c.cfg",
+                     err="lemara analyze: c.cfg:3: /dev/urandom: not a regular file\n")
+        self.refused(b"", "analyze", "--config", "/dev/urandom",
+                     err="lemara analyze: /dev/urandom: too large\n")
+        self.refused(b"", "analyze", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
+                     err="lemara analyze: /dev/zero: not a regular file\n")
 
     def test_any_bytes_as_text(self):
         noise = random.Random(7)
         for encoding in ("utf-8", "latin-1"):
             text = bytes(noise.randrange(256) for _ in range(20000))
-            result = self.run_command("check", "--no-suggest", "--encoding", encoding, text=text)
+            result = self.run_markup("--no-suggest", "--encoding", encoding, text=text)
             self.assertEqual(result.status, 1)
-        self.assertEqual(self.run_command("check", text=b"etxe " * 20000).status, 0)
+        self.assertEqual(self.run_markup(text=b"etxe " * 20000).status, 0)
 
     def test_missing_files(self):
         no_file = ": cannot open: No such file or directory\n"
-        self.refused(b"", "check", "--config", "x.cfg", err="lemara check: x.cfg" + no_file)
-        self.refused(b"", "check", "--config", ".", err="lemara check: .: is a directory\n")
+        self.refused(b"", "analyze", "--config", "x.cfg", err="lemara analyze: x.cfg" + no_file)
+        self.refused(b"", "analyze", "--config", ".", err="lemara analyze: .: is a directory\n")
         self.refused(b"", "analyze", "--config", "sareak.cfg", "x.txt",
                      err="lemara analyze: x.txt" + no_file)
-        self.refused(b"", "check", "--config", "sareak.cfg", ".",
-                     err="lemara check: .: is a directory\n")
+        self.refused(b"", "analyze", "--config", "sareak.cfg", ".",
+                     err="lemara analyze: .: is a directory\n")
         self.refused(b"", "valid", "--config", "sareak.cfg", "--dictionary", "x.hp", "etxe",
                      err="lemara valid: x.hp" + no_file)
 
     def test_a_table_that_cant_be_read(self):
         self.write("c.cfg", b"eumorfo.sare\n/proc/self/mem\n")
-        self.refused(b"", "check", "--config", "c.cfg", err=(
-            "lemara check: c.cfg:2: /proc/self/mem: cannot read: Input/output error\n"))
+        self.refused(b"", "analyze", "--config", "c.cfg", err=(
+            "lemara analyze: c.cfg:2: /proc/self/mem: cannot read: Input/output error\n"))
 
     def test_dictionaries(self):
         hint = '; a line is WORD, TAB, CLASS, as in "etxe", TAB, "<ARR>"\n'
@@ -390,8 +672,10 @@ class CommandLine(unittest.TestCase):
         self.assertRegex(result.out.decode(), r"\Alemara \d+\.\d+\.\d+\n\Z")
         self.assertEqual((result.status, result.err), (0, ""))
         for command in ([], ["check"], ["analyze"], ["valid"], ["suggest"], ["generate"],
-                        ["lookup"], ["table"], ["table", "convert"], ["table", "check"],
-                        ["table", "stats"]):
+                        ["lookup"], ["coverage"], ["dict"],
+                        ["dict", "add"], ["dict", "remove"], ["dict", "list"],
+                        ["dict", "import"], ["dict", "export"], ["doctor"], ["table"], ["table", "convert"], ["table", "check"],
+                        ["table", "stats"], ["table", "compile"], ["table", "text"]):
             with self.subTest(command):
                 result = self.run_bare(*command, "--help")
                 self.assertEqual((result.status, result.err), (0, ""))
@@ -413,13 +697,13 @@ class CommandLine(unittest.TestCase):
     def test_a_closed_pipe(self):
         reading, writing = os.pipe()
         os.close(reading)
-        result = self.run_command("check", text=b"etxe\n", stdout=writing)
+        result = self.run_command("analyze", text=b"etxe\n", stdout=writing)
         os.close(writing)
         self.assertEqual(result.status, 2)
-        self.assertEqual(result.err, "lemara check: cannot write standard output: Broken pipe\n")
+        self.assertEqual(result.err, "lemara analyze: cannot write standard output: Broken pipe\n")
 
     def test_no_standard_output(self):
-        result = self.run_command("check", text=b"etxe\n", stdout=None,
+        result = self.run_command("analyze", text=b"etxe\n", stdout=None,
                                   preexec_fn=lambda: os.close(1))
         self.assertEqual(result.status, 2)
         self.assertIn("cannot write standard output", result.err)
@@ -501,6 +785,103 @@ class CommandLine(unittest.TestCase):
         self.assertIn("standard input\n", result.out.decode())
         self.assertIn("  states                5\n", result.out.decode())
         self.assertIn("  longest analysis      10 bytes\n", result.out.decode())
+
+    # --- compiled tables ---
+
+    def compile(self):
+        for name in ("eumorfo", "hp"):
+            self.expect(self.run_bare("table", "compile", name + ".sare", "-o", name + ".sarec"),
+                        0, "")
+        self.write("compiled.cfg", b"eumorfo.sarec\nhp.sarec\n")
+
+    def test_compiled_tables_answer_like_their_text(self):
+        self.compile()
+        self.write("my.hp", b"blog\t<ARR>\n")
+        for arguments, text in [
+            (("check", "--format", "markup"), "Ñabar etxxea haundi.\n".encode()),
+            (("analyze", "--dictionary", "my.hp"), b"etxea bloga zz\n"),
+            (("generate", "blog", "ARR"), b""),
+            (("lookup", "etx"), b""),
+        ]:
+            with self.subTest(arguments):
+                plain = self.run_command(arguments[0], *arguments[1:], text=text)
+                result = self.run_bare(arguments[0], "--config", "compiled.cfg", *arguments[1:],
+                                       text=text)
+                self.assertNotEqual(plain.out, b"")
+                self.expect(result, plain.status, plain.out.decode())
+
+    def test_a_compiled_table_is_known_by_its_bytes(self):
+        self.compile()
+        os.rename(self.path("eumorfo.sarec"), self.path("eumorfo.sare"))
+        self.expect(self.run_command("valid", "etxe"), 0, "etxe\tvalid\n")
+
+    def test_a_damaged_compiled_table(self):
+        self.compile()
+        image = self.read("eumorfo.sarec")
+        told = "eumorfo.sarec: unusable compiled table: "
+        for label, bytes_, why in [
+            ("a byte flipped", image[:100] + bytes([image[100] ^ 1]) + image[101:],
+             "damaged: its checksum is wrong"),
+            ("cut", image[:-1], f"of {len(image) - 1} bytes where its header says {len(image)}"),
+            ("the header alone", image[:20], "cut short in its header"),
+        ]:
+            with self.subTest(label):
+                self.write("eumorfo.sarec", bytes_)
+                self.refused(b"", "valid", "--config", "compiled.cfg", "etxe",
+                             err="lemara valid: compiled.cfg:1: " + told + why + "\n")
+                self.expect(self.run_bare("table", "check", "eumorfo.sarec"), 1,
+                            told + why + "\n")
+                self.refused(b"", "table", "stats", "eumorfo.sarec",
+                             err="lemara table stats: " + told + why + "\n")
+
+    def test_any_byte_flipped(self):
+        self.compile()
+        image = self.read("hp.sarec")
+        self.write("one.cfg", b"eumorfo.sare\nhp.sarec\n")
+        noise = random.Random(11)
+        for _ in range(40):
+            at = noise.randrange(8, len(image))  # before that it is no compiled table at all
+            self.write("hp.sarec", image[:at] + bytes([image[at] ^ 1 << noise.randrange(8)]) +
+                       image[at + 1:])
+            result = self.run_bare("valid", "--config", "one.cfg", "etxe")
+            self.assertEqual((result.status, result.out), (2, b""), at)
+            self.assertIn("hp.sarec: unusable compiled table: ", result.err)
+
+    def test_compiled_and_back(self):
+        self.compile()
+        self.expect(self.run_bare("table", "check", "eumorfo.sarec", "hp.sarec"), 0, "")
+        self.expect(self.run_bare("table", "text", "hp.sarec", "-o", "back.sare"), 0, "")
+        again = self.run_bare("table", "compile", "back.sare", "-o", "-")
+        self.assertEqual(again.out, self.read("hp.sarec"))
+        stats = self.run_bare("table", "stats", "hp.sarec").out.decode()
+        self.assertIn("  form                  compiled\n", stats)
+        self.assertIn("  states                5\n", stats)
+
+    def test_compile_files(self):
+        name = "lemara table compile: "
+        self.compile()
+        self.write("word.sare", b"hello\n")
+        self.write("bad.sare", b"0\tA\t1\nfinal: 1\n")
+        self.refused(b"", "table", "compile", "hp.sarec", "-o", "x",
+                     err=name + "hp.sarec: is a compiled table already\n")
+        self.refused(b"", "table", "compile", "word.sare", "-o", "x",
+                     err=name + "word.sare: no table; it holds no record\n")
+        self.expect(self.run_bare("table", "compile", "bad.sare", "-o", "bad.sarec"), 1, "",
+                    name + "bad.sare: compiled, but it has 1 defect; lemara table check lists "
+                    "them\n")
+        self.expect(self.run_bare("table", "check", "bad.sarec"), 1, 'bad.sarec: capital in the '
+                    'lower symbol "A"; words are lowered before they are compared\n')
+        self.assertFalse(os.path.exists(self.path("x")))
+        self.refused(b"", "table", "text", "hp.sare", "-o", "x", err="lemara table text: "
+                     "hp.sare: unusable compiled table: not a compiled table\n")
+
+    def test_compile_keeps_the_old_table_if_it_fails(self):
+        self.write("old.sarec", b"old")
+        limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (64, 64))  # noqa: E731
+        result = self.run_bare("table", "compile", "hp.sare", "-o", "old.sarec",
+                               preexec_fn=limit)
+        self.assertNotEqual(result.status, 0)
+        self.assertEqual(self.read("old.sarec"), b"old")
 
 
 if __name__ == "__main__":
