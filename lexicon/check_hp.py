@@ -34,7 +34,7 @@ WORDS = [
 ]
 # Classes whose paradigm in hp serves several kinds of word, so that it holds more forms than one of them has.
 WIDER = {"<hp13>"}
-LEFT_OUT = ("<ELI_IZE>", "<GRA>", "<DIM>", "<AUG>", "<Rare>")
+LEFT_OUT = ("<ELI_IZE>", "<GRA>", "<DIM>", "<AUG>", "<Rare>", "<ALDAERA>")
 
 
 class Table:
