@@ -63,7 +63,8 @@ lemara_status guarded(lemara_error** error, Action action) noexcept {
     }
 }
 
-lemara_status refuse(lemara_error** error, const std::optional<lemara::Problem>& problem) {
+lemara_status refuse(lemara_error** error,
+                     const std::optional<lemara::Problem>& problem) {
     if (!problem) return LEMARA_OK;
     tell(error, problem->text());
     return LEMARA_REFUSED;
@@ -79,7 +80,8 @@ const char* or_empty(const char* text) { return text == nullptr ? "" : text; }
 /// Copies a structure of ours into one of the caller's, which may be older and shorter.
 template <class Structure>
 lemara_status hand_over(Structure filled, Structure* wanted) {
-    if (wanted == nullptr || wanted->size < sizeof(std::size_t)) return LEMARA_BAD_ARGUMENT;
+    if (wanted == nullptr || wanted->size < sizeof(std::size_t))
+        return LEMARA_BAD_ARGUMENT;
     filled.size = wanted->size;
     const auto* from = reinterpret_cast<const char*>(&filled);
     auto* to = reinterpret_cast<char*>(wanted);
@@ -101,13 +103,15 @@ bool take_over(const Structure* given, Structure& filled) {
 }
 
 lemara_span span_of(const lemara::Span& span) {
-    return {span.begin.byte,  span.end.byte,  span.begin.code_point, span.end.code_point,
-            span.begin.utf16, span.end.utf16, span.line,             span.column};
+    return {span.begin.byte,     span.end.byte,    span.begin.code_point,
+            span.end.code_point, span.begin.utf16, span.end.utf16,
+            span.line,           span.column};
 }
 
 lemara::Paragraphs paragraphs_of(lemara_paragraphs paragraphs) {
     if (paragraphs == LEMARA_BLANK_LINES) return lemara::Paragraphs::blank;
-    return paragraphs == LEMARA_WHOLE ? lemara::Paragraphs::whole : lemara::Paragraphs::lines;
+    return paragraphs == LEMARA_WHOLE ? lemara::Paragraphs::whole
+                                      : lemara::Paragraphs::lines;
 }
 
 lemara_status strings_of(std::vector<std::string> list, lemara_strings** strings) {
@@ -167,8 +171,8 @@ lemara_status lemara_notes(const lemara_checker* checker, lemara_strings** notes
 }
 
 lemara_status lemara_check(const lemara_checker* checker, const char* text, size_t length,
-                           const lemara_check_options* options, lemara_findings** findings,
-                           lemara_error** error) {
+                           const lemara_check_options* options,
+                           lemara_findings** findings, lemara_error** error) {
     return guarded(error, [&] {
         if (findings == nullptr) return bad(error, NULL_ARGUMENT);
         *findings = nullptr;
@@ -215,9 +219,9 @@ lemara_status lemara_findings_get(const lemara_findings* findings, size_t index,
 
 void lemara_findings_free(lemara_findings* findings) { delete findings; }
 
-lemara_status lemara_analyze(const lemara_checker* checker, const char* text, size_t length,
-                             lemara_paragraphs paragraphs, lemara_tokens** tokens,
-                             lemara_error** error) {
+lemara_status lemara_analyze(const lemara_checker* checker, const char* text,
+                             size_t length, lemara_paragraphs paragraphs,
+                             lemara_tokens** tokens, lemara_error** error) {
     return guarded(error, [&] {
         if (tokens == nullptr) return bad(error, NULL_ARGUMENT);
         *tokens = nullptr;
@@ -233,8 +237,9 @@ lemara_status lemara_analyze(const lemara_checker* checker, const char* text, si
     });
 }
 
-lemara_status lemara_generate(const lemara_checker* checker, const char* word, size_t length,
-                              const char* tag, lemara_tokens** forms, lemara_error** error) {
+lemara_status lemara_generate(const lemara_checker* checker, const char* word,
+                              size_t length, const char* tag, lemara_tokens** forms,
+                              lemara_error** error) {
     return guarded(error, [&] {
         if (forms == nullptr) return bad(error, NULL_ARGUMENT);
         *forms = nullptr;
@@ -259,7 +264,8 @@ size_t lemara_tokens_count(const lemara_tokens* tokens) {
     return tokens == nullptr ? 0 : tokens->list.size();
 }
 
-lemara_status lemara_tokens_get(const lemara_tokens* tokens, size_t index, lemara_token* token) {
+lemara_status lemara_tokens_get(const lemara_tokens* tokens, size_t index,
+                                lemara_token* token) {
     if (index >= lemara_tokens_count(tokens)) return LEMARA_BAD_ARGUMENT;
     const lemara::Token& found = tokens->list[index].token;
     lemara_token filled = LEMARA_INIT(lemara_token);
@@ -304,21 +310,23 @@ lemara_status lemara_valid(const lemara_checker* checker, const char* word, size
     });
 }
 
-lemara_status lemara_suggest(const lemara_checker* checker, const char* word, size_t length,
-                             size_t most, unsigned milliseconds, lemara_strings** forms,
-                             lemara_error** error) {
+lemara_status lemara_suggest(const lemara_checker* checker, const char* word,
+                             size_t length, size_t most, unsigned milliseconds,
+                             lemara_strings** forms, lemara_error** error) {
     return guarded(error, [&] {
         if (checker == nullptr || word == nullptr || forms == nullptr) {
             return bad(error, NULL_ARGUMENT);
         }
-        return strings_of(checker->checker->suggest({word, length}, most,
-                                                    std::chrono::milliseconds(milliseconds)),
-                          forms);
+        return strings_of(
+            checker->checker->suggest({word, length}, most,
+                                      std::chrono::milliseconds(milliseconds)),
+            forms);
     });
 }
 
-lemara_status lemara_lemmas(const lemara_checker* checker, const char* word, size_t length,
-                            lemara_strings** lemmas, lemara_error** error) {
+lemara_status lemara_lemmas(const lemara_checker* checker, const char* word,
+                            size_t length, lemara_strings** lemmas,
+                            lemara_error** error) {
     return guarded(error, [&] {
         if (checker == nullptr || word == nullptr || lemmas == nullptr) {
             return bad(error, NULL_ARGUMENT);
@@ -340,8 +348,8 @@ lemara_status lemara_remove_word(lemara_checker* checker, const char* word, size
                                  const char* word_class, lemara_error** error) {
     return guarded(error, [&] {
         if (checker == nullptr || word == nullptr) return bad(error, NULL_ARGUMENT);
-        return refuse(error,
-                      checker->checker->remove_word({word, length}, or_empty(word_class)));
+        return refuse(
+            error, checker->checker->remove_word({word, length}, or_empty(word_class)));
     });
 }
 
@@ -357,7 +365,8 @@ lemara_status lemara_words(const lemara_checker* checker, lemara_strings** words
     });
 }
 
-lemara_status lemara_refresh(lemara_checker* checker, int* changed, lemara_error** error) {
+lemara_status lemara_refresh(lemara_checker* checker, int* changed,
+                             lemara_error** error) {
     return guarded(error, [&] {
         if (checker == nullptr) return bad(error, NULL_ARGUMENT);
         const bool it_has = checker->checker->refresh();

@@ -1,5 +1,5 @@
-// The Python module: a rendering of lemara::Checker. Long work runs without the interpreter's
-// lock. Tests: tests/bindings/python_test.py.
+// The Python module: a rendering of lemara::Checker. Long work runs without the
+// interpreter's lock. Tests: tests/bindings/python_test.py.
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
@@ -27,10 +27,11 @@ void raise_if(const std::optional<lemara::Problem>& problem) {
     if (problem) throw Error(problem->text());
 }
 
-/// Bytes of a text as Python's str; what is no UTF-8 can't come from a str, and is replaced.
+/// Bytes of a text as Python's str; what is no UTF-8 can't come from a str, and is
+/// replaced.
 py::str text_of(const std::string& bytes) {
-    PyObject* text = PyUnicode_DecodeUTF8(bytes.data(), static_cast<Py_ssize_t>(bytes.size()),
-                                          "replace");
+    PyObject* text = PyUnicode_DecodeUTF8(
+        bytes.data(), static_cast<Py_ssize_t>(bytes.size()), "replace");
     if (text == nullptr) throw py::error_already_set();
     return py::reinterpret_steal<py::str>(text);
 }
@@ -46,15 +47,17 @@ lemara::Paragraphs paragraphs_named(const std::string& name) {
     throw py::value_error("paragraphs is \"lines\", \"blank\" or \"whole\"");
 }
 
-std::unique_ptr<Checker> open(const std::string& configuration, const std::string& dictionary,
-                              bool use_dictionary, std::vector<std::string>& notes) {
+std::unique_ptr<Checker> open(const std::string& configuration,
+                              const std::string& dictionary, bool use_dictionary,
+                              std::vector<std::string>& notes) {
     lemara::Settings settings;
     settings.configuration = configuration;
     settings.dictionary = dictionary;
     settings.use_dictionary = use_dictionary;
     Checker::Opened opened = Checker::open(settings);
     if (!opened.checker) throw Error(opened.problems.at(0).text());
-    for (const lemara::Problem& problem : opened.problems) notes.push_back(problem.text());
+    for (const lemara::Problem& problem : opened.problems)
+        notes.push_back(problem.text());
     return std::move(opened.checker);
 }
 
@@ -65,7 +68,8 @@ struct PyChecker {
 };
 
 const char* const CLASS_HELP =
-    "A checker over the installed tables, or those that `config` lists. One object serves many "
+    "A checker over the installed tables, or those that `config` lists. One object "
+    "serves many "
     "threads.";
 
 }  // namespace
@@ -75,12 +79,18 @@ PYBIND11_MODULE(_lemara, m) {
     py::register_exception<Error>(m, "Error", PyExc_ValueError);
 
     py::class_<lemara::Span>(m, "Span")
-        .def_property_readonly("start", [](const lemara::Span& s) { return s.begin.code_point; })
-        .def_property_readonly("end", [](const lemara::Span& s) { return s.end.code_point; })
-        .def_property_readonly("start_byte", [](const lemara::Span& s) { return s.begin.byte; })
-        .def_property_readonly("end_byte", [](const lemara::Span& s) { return s.end.byte; })
-        .def_property_readonly("start_utf16", [](const lemara::Span& s) { return s.begin.utf16; })
-        .def_property_readonly("end_utf16", [](const lemara::Span& s) { return s.end.utf16; })
+        .def_property_readonly("start",
+                               [](const lemara::Span& s) { return s.begin.code_point; })
+        .def_property_readonly("end",
+                               [](const lemara::Span& s) { return s.end.code_point; })
+        .def_property_readonly("start_byte",
+                               [](const lemara::Span& s) { return s.begin.byte; })
+        .def_property_readonly("end_byte",
+                               [](const lemara::Span& s) { return s.end.byte; })
+        .def_property_readonly("start_utf16",
+                               [](const lemara::Span& s) { return s.begin.utf16; })
+        .def_property_readonly("end_utf16",
+                               [](const lemara::Span& s) { return s.end.utf16; })
         .def_readonly("line", &lemara::Span::line)
         .def_readonly("column", &lemara::Span::column)
         .def("__repr__", [](const lemara::Span& s) {
@@ -89,8 +99,8 @@ PYBIND11_MODULE(_lemara, m) {
         });
 
     py::class_<lemara::Finding>(m, "Finding")
-        .def_property_readonly("kind",
-                               [](const lemara::Finding& f) { return lemara::name_of(f.kind); })
+        .def_property_readonly(
+            "kind", [](const lemara::Finding& f) { return lemara::name_of(f.kind); })
         .def_readonly("span", &lemara::Finding::span)
         .def_property_readonly("token",
                                [](const lemara::Finding& f) { return text_of(f.token); })
@@ -120,7 +130,8 @@ PYBIND11_MODULE(_lemara, m) {
 
     py::class_<lemara::Token>(m, "Token")
         .def_readonly("span", &lemara::Token::span)
-        .def_property_readonly("text", [](const lemara::Token& t) { return text_of(t.text); })
+        .def_property_readonly("text",
+                               [](const lemara::Token& t) { return text_of(t.text); })
         .def_readonly("known", &lemara::Token::known)
         .def_readonly("foreign", &lemara::Token::foreign)
         .def_readonly("blank_follows", &lemara::Token::blank_follows)
@@ -153,7 +164,8 @@ PYBIND11_MODULE(_lemara, m) {
         .def_readonly("notes", &PyChecker::notes)
         .def_property_readonly("dictionary",
                                [](const PyChecker& c) { return c.checker->dictionary(); })
-        .def_property_readonly("tables", [](const PyChecker& c) { return c.checker->tables(); })
+        .def_property_readonly("tables",
+                               [](const PyChecker& c) { return c.checker->tables(); })
         .def(
             "check",
             [](const PyChecker& c, const std::string& text, const std::string& paragraphs,
@@ -170,11 +182,13 @@ PYBIND11_MODULE(_lemara, m) {
             },
             py::arg("text"), py::kw_only(), py::arg("paragraphs") = "lines",
             py::arg("most_forms") = 8, py::arg("seconds") = 0.0,
-            py::arg("report_foreign") = false, py::arg("accepted") = std::set<std::string>(),
+            py::arg("report_foreign") = false,
+            py::arg("accepted") = std::set<std::string>(),
             "The findings in a text, in its order.")
         .def(
             "analyze",
-            [](const PyChecker& c, const std::string& text, const std::string& paragraphs) {
+            [](const PyChecker& c, const std::string& text,
+               const std::string& paragraphs) {
                 const lemara::Paragraphs wanted = paragraphs_named(paragraphs);
                 const py::gil_scoped_release unlocked;
                 return c.checker->analyze(text, wanted);
@@ -190,7 +204,8 @@ PYBIND11_MODULE(_lemara, m) {
             py::arg("word"), "True if a check of the word has no finding.")
         .def(
             "suggest",
-            [](const PyChecker& c, const std::string& word, std::size_t most, double seconds) {
+            [](const PyChecker& c, const std::string& word, std::size_t most,
+               double seconds) {
                 const py::gil_scoped_release unlocked;
                 return c.checker->suggest(word, most, milliseconds(seconds));
             },
@@ -217,17 +232,20 @@ PYBIND11_MODULE(_lemara, m) {
                 const py::gil_scoped_release unlocked;
                 raise_if(c.checker->add_word({word, word_class, better, instead}));
             },
-            py::arg("word"), py::arg("word_class") = "", py::kw_only(), py::arg("better") = "",
-            py::arg("instead") = "", "Adds a word to the personal dictionary and its file.")
+            py::arg("word"), py::arg("word_class") = "", py::kw_only(),
+            py::arg("better") = "", py::arg("instead") = "",
+            "Adds a word to the personal dictionary and its file.")
         .def(
             "remove_word",
-            [](const PyChecker& c, const std::string& word, const std::string& word_class) {
+            [](const PyChecker& c, const std::string& word,
+               const std::string& word_class) {
                 const py::gil_scoped_release unlocked;
                 raise_if(c.checker->remove_word(word, word_class));
             },
             py::arg("word"), py::arg("word_class") = "", "Removes a personal word.")
-        .def("words", [](const PyChecker& c) { return c.checker->words(); },
-             "The personal words, in the order of the file.")
+        .def(
+            "words", [](const PyChecker& c) { return c.checker->words(); },
+            "The personal words, in the order of the file.")
         .def(
             "import_words",
             [](const PyChecker& c, const std::string& list) {
@@ -239,13 +257,15 @@ PYBIND11_MODULE(_lemara, m) {
                 }
                 std::vector<std::string> refused;
                 for (const auto& problem : report.refused) {
-                    refused.push_back(std::to_string(problem.line) + ": " + problem.reason);
+                    refused.push_back(std::to_string(problem.line) + ": " +
+                                      problem.reason);
                 }
                 return py::make_tuple(report.added, report.there, refused);
             },
             py::arg("list"), "Adds the words of a plain or hunspell list.")
-        .def("export_words", [](const PyChecker& c) { return c.checker->export_words(); },
-             "The personal words as a hunspell list.")
+        .def(
+            "export_words", [](const PyChecker& c) { return c.checker->export_words(); },
+            "The personal words as a hunspell list.")
         .def(
             "refresh",
             [](const PyChecker& c) {

@@ -1,5 +1,5 @@
-// Where the library's own messages go: standard output, unless the thread is in a Quiet scope.
-// Tests: tests/host/Checker_open_test.cpp.
+// Where the library's own messages go: standard output, unless the thread is in a Quiet
+// scope. Tests: tests/host/Checker_open_test.cpp.
 #pragma once
 
 #include <iosfwd>

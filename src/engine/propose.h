@@ -9,8 +9,9 @@
 
 namespace lemara {
 
-/// Lemara::lortu_ezzg_proposamenak, which asks `go_on` before each candidate and ends when it
-/// answers false, with what was found until then. An empty `go_on` is never asked.
+/// Lemara::lortu_ezzg_proposamenak, which asks `go_on` before each candidate and ends
+/// when it answers false, with what was found until then. An empty `go_on` is never
+/// asked.
 std::vector<std::string> propose(const Lemara& engine, const std::string& hitza,
                                  const std::function<bool()>& go_on);
 

@@ -20,13 +20,14 @@ std::vector<Analisia> entries_behind(const Lemara& engine, const Tokena& token);
 /// What one analysis of a known token recommends.
 struct Recommendation {
     const Analisia& analysis;
-    bool instead;                 ///< a form to use instead, not a better form
-    const std::string& lemmas;    ///< what is recommended, several joined by "/"
-    std::vector<Analisia> forms;  ///< the same, inflected as the token; empty if nothing fits
+    bool instead;               ///< a form to use instead, not a better form
+    const std::string& lemmas;  ///< what is recommended, several joined by "/"
+    std::vector<Analisia>
+        forms;  ///< the same, inflected as the token; empty if nothing fits
 };
 
-/// Calls `visit` with the recommendations for a known token. True if one analysis that is not
-/// rare recommends nothing: it clears the token, whatever was visited before it.
+/// Calls `visit` with the recommendations for a known token. True if one analysis that is
+/// not rare recommends nothing: it clears the token, whatever was visited before it.
 template <class Visit>
 bool for_each_recommendation(const Lemara& engine, const Tokena& token, Visit visit) {
     for (const Analisia& analysis : token.analisiak) {
@@ -36,8 +37,9 @@ bool for_each_recommendation(const Lemara& engine, const Tokena& token, Visit vi
         const std::string& lemmas = instead ? analysis.erabili : analysis.hobe;
         const Sarea* network = find_network(engine.sareak, analysis.hiztegia);
         visit(Recommendation{analysis, instead, lemmas,
-                             network == nullptr ? std::vector<Analisia>()
-                                                : network->ordeztuForma(lemmas, analysis)});
+                             network == nullptr
+                                 ? std::vector<Analisia>()
+                                 : network->ordeztuForma(lemmas, analysis)});
     }
     return false;
 }

@@ -20,11 +20,16 @@ std::string Problem::text() const {
 
 const char* name_of(Kind kind) {
     switch (kind) {
-        case Kind::unknown: return "unknown";
-        case Kind::better_form: return "better-form";
-        case Kind::use_instead: return "use-instead";
-        case Kind::unit_start: return "unit-start";
-        case Kind::foreign: return "foreign";
+        case Kind::unknown:
+            return "unknown";
+        case Kind::better_form:
+            return "better-form";
+        case Kind::use_instead:
+            return "use-instead";
+        case Kind::unit_start:
+            return "unit-start";
+        case Kind::foreign:
+            return "foreign";
     }
     return "";
 }
@@ -66,8 +71,10 @@ Checker::Opened Checker::open(const Settings& settings) {
                                                           : settings.configuration;
     if (inside.configuration.empty()) {
         std::string places;
-        for (const std::string& place : looked) places += (places.empty() ? "" : ", ") + place;
-        return fail({"", 0, "no tables: no configuration is named, and none is at " + places});
+        for (const std::string& place : looked)
+            places += (places.empty() ? "" : ", ") + place;
+        return fail(
+            {"", 0, "no tables: no configuration is named, and none is at " + places});
     }
     std::vector<ListedTable> tables;
     if (auto problem = host::read_configuration(inside.configuration, tables)) {

@@ -1,6 +1,6 @@
-// Checking and analysing texts. The source is read piece by piece; the engine's tokens come with
-// their places in the piece, and those lead back to the source.
-// Tests: tests/host/Checker_check_test.cpp, tests/host/positions_test.cpp.
+// Checking and analysing texts. The source is read piece by piece; the engine's tokens
+// come with their places in the piece, and those lead back to the source. Tests:
+// tests/host/Checker_check_test.cpp, tests/host/positions_test.cpp.
 #include <algorithm>
 #include <sstream>
 #include <stdexcept>
@@ -48,7 +48,8 @@ bool has_letter(const std::string& text) {
 class Deadline {
 public:
     explicit Deadline(std::chrono::milliseconds time)
-        : limited_(time.count() > 0), end_(limited_ ? Clock::now() + time : Clock::now()) {}
+        : limited_(time.count() > 0),
+          end_(limited_ ? Clock::now() + time : Clock::now()) {}
 
     bool is_over() const { return limited_ && Clock::now() >= end_; }
     bool limited() const { return limited_; }
@@ -72,7 +73,8 @@ void append_recommended(const Lemara& engine, const Tokena& token,
         if (std::exchange(first, false)) instead = advice.instead;
         for (const Analisia& form : advice.forms) forms.push_back(form.forma);
         if (!advice.forms.empty()) return;
-        forms.push_back(engine.sortu_forma_ezezaguna(advice.lemmas, advice.analysis.etiketa));
+        forms.push_back(
+            engine.sortu_forma_ezezaguna(advice.lemmas, advice.analysis.etiketa));
     });
 }
 
@@ -104,11 +106,13 @@ std::vector<Judged> host::CheckerInside::analyse(const Piece& piece) const {
     std::size_t start = 0, number = 0;
     for (const std::size_t end : sentence_ends(piece.latin1, main_network->taula)) {
         Esaldia sentence(0, piece.latin1.substr(start, end - start));
-        const std::size_t offset = end - sentence.testua.size();  // blanks in front are gone
+        const std::size_t offset =
+            end - sentence.testua.size();  // blanks in front are gone
         start = end;
         TokenPlaces places;
         tokenise_plain(sentence, places);
-        analyse_sentence(sentence, engine->sareak, *engine->hiztegiPertsonala, true, &places);
+        analyse_sentence(sentence, engine->sareak, *engine->hiztegiPertsonala, true,
+                         &places);
         for (std::size_t i = 0; i < places.size(); ++i) {
             const Bytes source = {piece.sources[offset + places[i].begin].begin,
                                   piece.sources[offset + places[i].end - 1].end};
@@ -151,7 +155,8 @@ Adviser::Adviser(const host::CheckerInside& inside, const CheckOptions& options)
     : inside_(inside), options_(options), deadline_(options.time_in_all) {}
 
 const Advice& Adviser::on(const Tokena& token, Kind kind) {
-    // Of a known word its readings matter too, and they are the same wherever it stands alone.
+    // Of a known word its readings matter too, and they are the same wherever it stands
+    // alone.
     const std::string key = (kind == Kind::unknown ? "?" : "!") + token.testua;
     const auto found = known_.find(key);
     if (found != known_.end()) return found->second;
@@ -187,7 +192,8 @@ std::vector<std::string> Adviser::candidates(const Tokena& token, Advice& advice
     Tokena alone(token.testua, token.hutsunea, 0);
     // The flag of its place may be that of another token.
     alone.maiuskula = kalkulatuMaiuskulak(alone.testua.c_str());
-    for (const Analisia& entry : entries_behind(engine, alone)) forms.push_back(entry.forma);
+    for (const Analisia& entry : entries_behind(engine, alone))
+        forms.push_back(entry.forma);
     if (!forms.empty()) {
         advice.kind = Kind::unit_start;
         return forms;
@@ -200,7 +206,8 @@ std::vector<std::string> Adviser::candidates(const Tokena& token, Advice& advice
         return false;
     };
     const bool limited = deadline.limited() || deadline_.limited();
-    return propose(engine, token.testua, limited ? std::function<bool()>(go_on) : nullptr);
+    return propose(engine, token.testua,
+                   limited ? std::function<bool()>(go_on) : nullptr);
 }
 
 void Adviser::keep_accepted(Advice& advice, const Deadline& deadline) {
@@ -211,7 +218,8 @@ void Adviser::keep_accepted(Advice& advice, const Deadline& deadline) {
             advice.complete = false;
             break;
         }
-        if (form.empty() || std::find(kept.begin(), kept.end(), form) != kept.end()) continue;
+        if (form.empty() || std::find(kept.begin(), kept.end(), form) != kept.end())
+            continue;
         if (is_stand_in(form) || !inside_.accepts(form)) continue;
         kept.push_back(std::move(form));
     }
@@ -234,9 +242,12 @@ std::string trimmed(const std::string& tags) {
 }
 
 Reading reading_of(const Analisia& analysis) {
-    return {utf8_from_latin1(analysis.lema),    utf8_from_latin1(trimmed(analysis.etiketa)),
-            analysis.hiztegia,                  utf8_from_latin1(analysis.analisia),
-            utf8_from_latin1(analysis.hobe),    utf8_from_latin1(analysis.erabili),
+    return {utf8_from_latin1(analysis.lema),
+            utf8_from_latin1(trimmed(analysis.etiketa)),
+            analysis.hiztegia,
+            utf8_from_latin1(analysis.analisia),
+            utf8_from_latin1(analysis.hobe),
+            utf8_from_latin1(analysis.erabili),
             utf8_from_latin1(analysis.sai)};
 }
 
@@ -247,8 +258,8 @@ Token token_of(std::string_view text, const Judged& judged, Ruler& ruler) {
     token.foreign = is_stand_in(judged.token.testua) && token.text != judged.token.testua;
     if (!token.foreign) token.folded = utf8_from_latin1(judged.token.testua);
     token.blank_follows = judged.token.hutsunea;
-    token.known = !token.foreign && !judged.token.analisiak.empty() &&
-                  !is_unknown(judged.token);
+    token.known =
+        !token.foreign && !judged.token.analisiak.empty() && !is_unknown(judged.token);
     if (!token.known) return token;
     for (const Analisia& analysis : judged.token.analisiak) {
         token.readings.push_back(reading_of(analysis));
@@ -264,12 +275,14 @@ struct Spot {
 };
 
 std::vector<Spot> spots_of(const host::CheckerInside& inside, const Piece& piece,
-                           const std::vector<Judged>& tokens, const CheckOptions& options) {
+                           const std::vector<Judged>& tokens,
+                           const CheckOptions& options) {
     std::vector<Spot> spots;
     auto foreign = piece.foreign.begin();
     const auto take_foreign = [&](std::size_t before) {
         for (; foreign != piece.foreign.end() && foreign->begin < before; ++foreign) {
-            if (options.report_foreign) spots.push_back({*foreign, nullptr, Kind::foreign});
+            if (options.report_foreign)
+                spots.push_back({*foreign, nullptr, Kind::foreign});
         }
     };
     for (const Judged& judged : tokens) {
@@ -314,7 +327,8 @@ void Checker::check(std::string_view text, const CheckOptions& options,
     }
 }
 
-std::vector<Finding> Checker::check(std::string_view text, const CheckOptions& options) const {
+std::vector<Finding> Checker::check(std::string_view text,
+                                    const CheckOptions& options) const {
     std::vector<Finding> findings;
     check(text, options, [&](const Finding& finding) {
         findings.push_back(finding);
@@ -431,7 +445,8 @@ std::vector<Form> Checker::generate(std::string_view word, std::string_view tag)
     std::vector<Form> forms;
     const Reading_ reading(inside_->lock);
     try {
-        for (const Analisia& form : inside_->engine->sortuFormak(folded, '<' + name + '>')) {
+        for (const Analisia& form :
+             inside_->engine->sortuFormak(folded, '<' + name + '>')) {
             forms.push_back({utf8_from_latin1(form.forma), reading_of(form)});
         }
     } catch (const std::out_of_range&) {
@@ -440,7 +455,8 @@ std::vector<Form> Checker::generate(std::string_view word, std::string_view tag)
     return forms;
 }
 
-std::string Checker::render(std::string_view paragraph, Format format, bool variants) const {
+std::string Checker::render(std::string_view paragraph, Format format,
+                            bool variants) const {
     const Quiet quiet;
     std::string folded = host::fold_word(paragraph);
     const Reading_ reading(inside_->lock);
@@ -452,10 +468,18 @@ std::string Checker::render(std::string_view paragraph, Format format, bool vari
         }
         const Paragrafoa analysed = engine.analizatu_paragrafoa(1, folded);
         switch (format) {
-            case Format::multext: write_multext(out, analysed, variants); break;
-            case Format::cg3: write_cg3(out, analysed, variants); break;
-            case Format::ikute: write_ikute(out, analysed); break;
-            default: write_zuzenlex(out, analysed, inside_->network(MAIN_NETWORK)); break;
+            case Format::multext:
+                write_multext(out, analysed, variants);
+                break;
+            case Format::cg3:
+                write_cg3(out, analysed, variants);
+                break;
+            case Format::ikute:
+                write_ikute(out, analysed);
+                break;
+            default:
+                write_zuzenlex(out, analysed, inside_->network(MAIN_NETWORK));
+                break;
         }
     } catch (const std::out_of_range&) {
         return "";

@@ -37,8 +37,8 @@ std::string tag_named(std::string_view name) {
     return "";
 }
 
-/// A word that begins with a capital is a name; of the classes of names the one for what is
-/// neither person nor place has the endings of both.
+/// A word that begins with a capital is a name; of the classes of names the one for what
+/// is neither person nor place has the endings of both.
 std::string derived_tag(const std::string& word) {
     const std::string start = word.substr(0, 1);
     return tolowercase(start) != start ? "<IZB>" : "<ARR>";
@@ -57,20 +57,41 @@ PersonalWord shown(const PersonalEntry& entry) {
 
 /// The word of a line of a hunspell list.
 std::string_view listed_word(std::string_view line) {
-    while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.remove_suffix(1);
+    while (!line.empty() && (line.back() == '\r' || line.back() == ' '))
+        line.remove_suffix(1);
     line = line.substr(0, line.find('\t'));
     const std::size_t slash = line.find('/', 1);
     return line.substr(0, slash);
 }
 
 bool is_number(std::string_view line) {
-    return !line.empty() && line.find_first_not_of("0123456789") == std::string_view::npos;
+    return !line.empty() &&
+           line.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 }  // namespace
 
-std::unique_ptr<HiztegiPertsonala> host::dictionary_of(const std::vector<PersonalEntry>& entries,
-                                                       std::vector<std::string>& refused) {
+namespace {
+
+/// Files the degrees of an adjective ("-ago", "-en", "-egi"), which the engine's own
+/// adding leaves out: their stem is one that another paradigm of the word has taken.
+void add_degrees(HiztegiPertsonala& dictionary) {
+    for (const auto& root : dictionary.erroak) {
+        const HPsarrera& entry = *root.second;
+        const std::string& name = entry.paradigma;
+        if (name != "<hp1>" && name != "<hp2>" && name != "<hp4>" && name != "<hp5>")
+            continue;
+        auto degrees = std::make_unique<HPsarrera>(entry);
+        degrees->paradigma = "<hp7>";
+        dictionary.erroak.emplace(root.first + '\1', degrees.release());
+        return;
+    }
+}
+
+}  // namespace
+
+std::unique_ptr<HiztegiPertsonala> host::dictionary_of(
+    const std::vector<PersonalEntry>& entries, std::vector<std::string>& refused) {
     auto dictionary = std::make_unique<HiztegiPertsonala>();
     std::size_t shortest = 0, number = 0;
     for (const PersonalEntry& entry : entries) {
@@ -82,6 +103,7 @@ std::unique_ptr<HiztegiPertsonala> host::dictionary_of(const std::vector<Persona
             refused.push_back(entry.word);
             continue;
         }
+        if (entry.tag == "<IZO>") add_degrees(one);
         for (auto& root : one.erroak) {
             std::string& stem = root.second->erroa;
             stem = tolowercase(stem);
@@ -123,8 +145,8 @@ void host::CheckerInside::use(PersonalList list, std::vector<Problem>* problems)
 
 namespace {
 
-/// The line that adds a word; a problem if there is none that would work. `accepts` tells what
-/// the checker takes.
+/// The line that adds a word; a problem if there is none that would work. `accepts` tells
+/// what the checker takes.
 template <class Accepts>
 std::optional<std::string> make_entry(const PersonalWord& word, const Sarea* hp,
                                       Accepts accepts, PersonalEntry& entry) {
@@ -136,7 +158,8 @@ std::optional<std::string> make_entry(const PersonalWord& word, const Sarea* hp,
     if (std::none_of(entry.word.begin(), entry.word.end(), host::is_letter)) {
         return "a word needs a letter";
     }
-    entry.tag = word.word_class.empty() ? derived_tag(entry.word) : tag_named(word.word_class);
+    entry.tag =
+        word.word_class.empty() ? derived_tag(entry.word) : tag_named(word.word_class);
     if (entry.tag.empty()) {
         return "unknown word class " + host::printable(word.word_class) +
                "; there are ARR, IZO, ADI, PIB, LIB and IZB";
@@ -189,7 +212,8 @@ std::optional<Problem> Checker::add_word(const PersonalWord& word) {
     return std::nullopt;
 }
 
-std::optional<Problem> Checker::remove_word(std::string_view word, std::string_view word_class) {
+std::optional<Problem> Checker::remove_word(std::string_view word,
+                                            std::string_view word_class) {
     const Quiet quiet;
     host::CheckerInside& inside = *inside_;
     const std::lock_guard<std::mutex> one_at_a_time(inside.adding);
@@ -240,10 +264,12 @@ ImportReport Checker::import_words(std::string_view list) {
         PersonalWord wanted;
         wanted.word = std::string(word);
         PersonalEntry entry;
-        auto reason = word[0] == '*' ? std::optional<std::string>("a forbidden word")
-                                     : make_entry(wanted, inside.network("hp"), accepts, entry);
+        auto reason = word[0] == '*'
+                          ? std::optional<std::string>("a forbidden word")
+                          : make_entry(wanted, inside.network("hp"), accepts, entry);
         if (reason) {
-            report.refused.push_back({"", number, host::printable(word) + ": " + *reason});
+            report.refused.push_back(
+                {"", number, host::printable(word) + ": " + *reason});
         } else {
             entries.push_back(entry);
         }
@@ -268,7 +294,8 @@ bool Checker::refresh() {
     const Quiet quiet;
     host::CheckerInside& inside = *inside_;
     const std::lock_guard<std::mutex> one_at_a_time(inside.adding);
-    if (!inside.file || inside.file->path().empty() || !inside.file->changed()) return false;
+    if (!inside.file || inside.file->path().empty() || !inside.file->changed())
+        return false;
     PersonalList list;
     if (inside.file->read(list)) return false;
     inside.use(std::move(list), nullptr);

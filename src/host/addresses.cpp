@@ -11,19 +11,20 @@ namespace lemara::host {
 namespace {
 
 constexpr std::size_t LONGEST_SCHEME = 24;  // bytes
-constexpr std::size_t LONGEST_NAME = 320;   // bytes of a mail address, host name or file name
+constexpr std::size_t LONGEST_NAME =
+    320;  // bytes of a mail address, host name or file name
 
-// Endings of host names that are taken for one without "www." or a scheme. None of them is a
-// word that could stand behind a dot with its blank forgotten.
-constexpr std::string_view DOMAINS[] = {"cat", "com", "edu", "es",  "eu",   "eus",
-                                        "fr",  "info", "io", "net", "org", "uk"};
+// Endings of host names that are taken for one without "www." or a scheme. None of them
+// is a word that could stand behind a dot with its blank forgotten.
+constexpr std::string_view DOMAINS[] = {"cat", "com",  "edu", "es",  "eu",  "eus",
+                                        "fr",  "info", "io",  "net", "org", "uk"};
 
 constexpr std::string_view FILE_ENDINGS[] = {
-    "c",    "cfg",  "cpp", "css", "csv", "doc",  "docx", "epub", "exe", "gif", "gz",
-    "h",    "htm",  "html", "ini", "iso", "jar", "jpeg", "jpg",  "js",  "json", "log",
-    "md",   "mp3",  "mp4", "odp", "ods", "odt",  "ogg",  "pdf",  "php", "png", "ppt",
-    "pptx", "py",   "rar", "rtf", "sare", "sh",  "svg",  "tar",  "tex", "tmp", "txt",
-    "wav",  "xls",  "xlsx", "xml", "yaml", "yml", "zip"};
+    "c",    "cfg", "cpp",  "css", "csv",  "doc", "docx", "epub", "exe", "gif",  "gz",
+    "h",    "htm", "html", "ini", "iso",  "jar", "jpeg", "jpg",  "js",  "json", "log",
+    "md",   "mp3", "mp4",  "odp", "ods",  "odt", "ogg",  "pdf",  "php", "png",  "ppt",
+    "pptx", "py",  "rar",  "rtf", "sare", "sh",  "svg",  "tar",  "tex", "tmp",  "txt",
+    "wav",  "xls", "xlsx", "xml", "yaml", "yml", "zip"};
 
 bool is_ascii_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool is_ascii_alnum(char c) { return is_ascii_letter(c) || (c >= '0' && c <= '9'); }
@@ -64,8 +65,8 @@ bool ends_address(const Character& c) {
     return role == Role::blank || role == Role::line_end;
 }
 
-/// Bytes up to a blank or a sign that no address holds, without the closing signs at its end. A
-/// closing bracket stays if its opening one is inside.
+/// Bytes up to a blank or a sign that no address holds, without the closing signs at its
+/// end. A closing bracket stays if its opening one is inside.
 std::size_t address_run(std::string_view text) {
     std::size_t end = 0, at = 0;
     int open = 0;
@@ -106,7 +107,8 @@ std::size_t tag(std::string_view text) {
     while (at < text.size()) {
         const Character c = character_at(text, at);
         const Role role = folding_of(c.code).role;
-        const bool part = role == Role::word || role == Role::foreign || role == Role::accent;
+        const bool part =
+            role == Role::word || role == Role::foreign || role == Role::accent;
         if (!part && c.code != '_' && c.code != '-' && c.code != '.') break;
         at += c.length;
         if (part) end = at;
@@ -116,7 +118,8 @@ std::size_t tag(std::string_view text) {
 
 /// "/a/b", "~/a", "./a", "../a", "C:\a".
 std::size_t path(std::string_view text) {
-    if (text.size() > 3 && is_ascii_letter(text[0]) && text[1] == ':' && text[2] == '\\') {
+    if (text.size() > 3 && is_ascii_letter(text[0]) && text[1] == ':' &&
+        text[2] == '\\') {
         return address_run(text);
     }
     if (begins_with(text, "~/") || begins_with(text, "./") || begins_with(text, "../")) {
@@ -130,10 +133,12 @@ std::size_t path(std::string_view text) {
     return name > 0 && begins_with(rest, "/") ? address_run(text) : 0;
 }
 
-/// The last dot-separated part of a name, up to its first "-", which begins a case ending.
+/// The last dot-separated part of a name, up to its first "-", which begins a case
+/// ending.
 std::string_view ending_of(std::string_view name) {
     const std::size_t dot = name.rfind('.');
-    if (dot == std::string_view::npos || dot == 0 || !is_ascii_alnum(name[dot - 1])) return "";
+    if (dot == std::string_view::npos || dot == 0 || !is_ascii_alnum(name[dot - 1]))
+        return "";
     const std::string_view last = name.substr(dot + 1);
     return last.substr(0, last.find('-'));
 }
@@ -142,7 +147,8 @@ std::string_view ending_of(std::string_view name) {
 std::size_t name(std::string_view text) {
     if (!is_ascii_alnum(text[0])) return 0;
     const std::size_t length = run_of(text, LONGEST_NAME, [](char c) {
-        return is_ascii_alnum(c) || c == '.' || c == '_' || c == '-' || c == '+' || c == '%';
+        return is_ascii_alnum(c) || c == '.' || c == '_' || c == '-' || c == '+' ||
+               c == '%';
     });
     std::string_view found = text.substr(0, length);
     const std::string_view rest = text.substr(length);

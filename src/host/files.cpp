@@ -34,15 +34,16 @@ std::optional<Problem> open_regular(const std::string& path, Descriptor& file,
     return std::nullopt;
 }
 
-std::optional<Problem> read_up_to(const std::string& path, std::size_t most, std::string& bytes,
-                                  bool& more) {
+std::optional<Problem> read_up_to(const std::string& path, std::size_t most,
+                                  std::string& bytes, bool& more) {
     Descriptor file;
     struct stat status {};
     if (auto problem = open_regular(path, file, status)) return problem;
     bytes.resize(std::min(most, static_cast<std::size_t>(status.st_size)) + 1);
     std::size_t size = 0;
     for (;;) {
-        const ssize_t got = ::read(file.number(), bytes.data() + size, bytes.size() - size);
+        const ssize_t got =
+            ::read(file.number(), bytes.data() + size, bytes.size() - size);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return failed(path, "cannot read");
         if (got == 0) break;
@@ -82,8 +83,8 @@ Descriptor::~Descriptor() {
     if (number_ >= 0) ::close(number_);
 }
 
-std::optional<Problem> read_file(const std::string& path, std::size_t most, std::string& bytes,
-                                 bool* missing) {
+std::optional<Problem> read_file(const std::string& path, std::size_t most,
+                                 std::string& bytes, bool* missing) {
     bytes.clear();
     if (missing != nullptr) *missing = false;
     bool more = false;
@@ -125,7 +126,8 @@ std::optional<Problem> make_folder_of(const std::string& path) {
 }
 
 FileLock::FileLock(const std::string& target)
-    : file_(::open((target + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
+    : file_(::open((target + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW,
+                   0600)) {
     if (file_.number() < 0) {
         problem_ = failed(target + ".lock", "cannot open");
         return;
@@ -140,23 +142,25 @@ FileLock::FileLock(const std::string& target)
 std::optional<Problem> replace_file(const std::string& target, std::string_view bytes) {
     struct stat status {};
     const bool exists = ::stat(target.c_str(), &status) == 0;
-    if (exists && !S_ISREG(status.st_mode)) return Problem{target, 0, "not a regular file"};
+    if (exists && !S_ISREG(status.st_mode))
+        return Problem{target, 0, "not a regular file"};
     // Whoever was killed while it held the lock may have left one; nobody else writes it.
     const std::string name = target + ".new";
     ::unlink(name.c_str());
     Descriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (file.number() < 0) return failed(target, "cannot write");
-    const bool written = write_all(file.number(), bytes) &&
-                         (!exists || ::fchmod(file.number(), status.st_mode & 07777) == 0) &&
-                         ::fsync(file.number()) == 0 && ::close(file.release()) == 0 &&
-                         ::rename(name.c_str(), target.c_str()) == 0;
+    const bool written =
+        write_all(file.number(), bytes) &&
+        (!exists || ::fchmod(file.number(), status.st_mode & 07777) == 0) &&
+        ::fsync(file.number()) == 0 && ::close(file.release()) == 0 &&
+        ::rename(name.c_str(), target.c_str()) == 0;
     if (!written) {
         const Problem problem = failed(target, "cannot write");
         ::unlink(name.c_str());
         return problem;
     }
-    // The new name is on the disk once its folder is; a file system that can't sync one has it
-    // there anyway.
+    // The new name is on the disk once its folder is; a file system that can't sync one
+    // has it there anyway.
     const Descriptor folder(::open(folder_of(target).c_str(), O_RDONLY | O_CLOEXEC));
     if (folder.number() >= 0) ::fsync(folder.number());
     return std::nullopt;

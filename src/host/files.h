@@ -30,22 +30,24 @@ private:
     int number_;
 };
 
-/// Reads a regular file of at most `most` bytes. A file that doesn't exist is a problem too,
-/// unless `missing` is there to tell.
-std::optional<Problem> read_file(const std::string& path, std::size_t most, std::string& bytes,
-                                 bool* missing = nullptr);
+/// Reads a regular file of at most `most` bytes. A file that doesn't exist is a problem
+/// too, unless `missing` is there to tell.
+std::optional<Problem> read_file(const std::string& path, std::size_t most,
+                                 std::string& bytes, bool* missing = nullptr);
 
 /// The first `most` bytes of a regular file, or fewer.
-std::optional<Problem> read_start(const std::string& path, std::size_t most, std::string& bytes);
+std::optional<Problem> read_start(const std::string& path, std::size_t most,
+                                  std::string& bytes);
 
-/// The file that a path means when all links are followed, also one that doesn't exist yet.
+/// The file that a path means when all links are followed, also one that doesn't exist
+/// yet.
 std::string target_of(const std::string& path);
 
 /// Makes the folder of a file, with those above it, for the user alone.
 std::optional<Problem> make_folder_of(const std::string& path);
 
-/// The lock that stands for a file: one holder in all processes and threads. It is a file of its
-/// own beside it, as the file itself is replaced by every write.
+/// The lock that stands for a file: one holder in all processes and threads. It is a file
+/// of its own beside it, as the file itself is replaced by every write.
 class FileLock {
 public:
     explicit FileLock(const std::string& target);
@@ -56,9 +58,9 @@ private:
     std::optional<Problem> problem_;
 };
 
-/// Writes a file whole or not at all, whenever the process is killed: a new file takes the place
-/// of the old one when its bytes are on the disk, with the mode of the old one. The caller holds
-/// the lock of `target`, which is no link.
+/// Writes a file whole or not at all, whenever the process is killed: a new file takes
+/// the place of the old one when its bytes are on the disk, with the mode of the old one.
+/// The caller holds the lock of `target`, which is no link.
 std::optional<Problem> replace_file(const std::string& target, std::string_view bytes);
 
 }  // namespace lemara::host

@@ -1,5 +1,5 @@
-// What a checker holds. Its operations are in Checker.cpp (opening), Checker_check.cpp (texts and
-// words) and Checker_words.cpp (the personal dictionary).
+// What a checker holds. Its operations are in Checker.cpp (opening), Checker_check.cpp
+// (texts and words) and Checker_words.cpp (the personal dictionary).
 #pragma once
 
 #include <memory>
@@ -38,11 +38,12 @@ private:
     std::shared_mutex mutex_;
 };
 
-/// Makes an engine's dictionary of a list. Words that share a stem are all found, and so is a name:
-/// its stem is filed in small letters, as the engine looks for it, and its lemma keeps its
-/// capitals, so the name in small letters is none.
-std::unique_ptr<HiztegiPertsonala> dictionary_of(const std::vector<PersonalEntry>& entries,
-                                                 std::vector<std::string>& refused);
+/// Makes an engine's dictionary of a list. Words that share a stem are all found, an
+/// adjective has its degrees, and a name is found too: its stem is filed in small
+/// letters, as the engine looks for it, and its lemma keeps its capitals, so the name in
+/// small letters is none.
+std::unique_ptr<HiztegiPertsonala> dictionary_of(
+    const std::vector<PersonalEntry>& entries, std::vector<std::string>& refused);
 
 /// A token that the engine made of a piece.
 struct Judged {
@@ -60,7 +61,7 @@ struct CheckerInside {
     std::unique_ptr<Lemara> engine;
 
     mutable ReadWriteLock lock;  // guards the engine's dictionary and `personal`
-    std::mutex adding;                 // one change at a time; guards `file`
+    std::mutex adding;           // one change at a time; guards `file`
     std::optional<PersonalFile> file;
     std::vector<PersonalEntry> personal;
 

@@ -16,8 +16,9 @@ namespace {
 constexpr std::size_t LARGEST_DICTIONARY = 1 << 28;  // bytes
 
 bool is_utf8_beyond_ascii(std::string_view bytes) {
-    const bool ascii = std::all_of(bytes.begin(), bytes.end(),
-                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const bool ascii = std::all_of(bytes.begin(), bytes.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x80;
+    });
     return !ascii && find_invalid_utf8(bytes) == std::string_view::npos;
 }
 
@@ -53,7 +54,8 @@ std::string cut(std::string_view& rest, std::string_view ends) {
 
 /// Takes a line apart; false for comments and lines of nothing.
 bool read_line(std::string_view line, PersonalEntry& entry) {
-    while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.remove_suffix(1);
+    while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
+        line.remove_suffix(1);
     if (line.size() < 2 || line.substr(0, 2) == "//") return false;
     entry.word = cut(line, "\t|");
     entry.tag = cut(line, "\t");
@@ -64,7 +66,8 @@ bool read_line(std::string_view line, PersonalEntry& entry) {
 }
 
 std::string line_of(const PersonalEntry& entry) {
-    return entry.word + '\t' + entry.tag + '\t' + entry.better + '\t' + entry.instead + "\tHP\n";
+    return entry.word + '\t' + entry.tag + '\t' + entry.better + '\t' + entry.instead +
+           "\tHP\n";
 }
 
 using Key = std::pair<std::string, std::string>;
@@ -85,7 +88,8 @@ bool fits_file(const PersonalEntry& entry, std::string& reason) {
         reason = why;
         return false;
     };
-    for (const std::string* field : {&entry.word, &entry.better, &entry.instead, &entry.tag}) {
+    for (const std::string* field :
+         {&entry.word, &entry.better, &entry.instead, &entry.tag}) {
         for (const char c : *field) {
             const auto byte = static_cast<unsigned char>(c);
             if (byte < ' ' || byte == 0x7F) return refuse("a control character");
@@ -139,30 +143,33 @@ std::optional<Problem> PersonalFile::read(PersonalList& list) {
     const Stamp now = stamp();  // before the bytes: a write in between is then noticed
     std::string bytes;
     bool missing = false;
-    if (auto problem = read_file(path_, LARGEST_DICTIONARY, bytes, &missing)) return problem;
+    if (auto problem = read_file(path_, LARGEST_DICTIONARY, bytes, &missing))
+        return problem;
     list = parse_personal(path_, bytes);
     seen_ = now;
     return std::nullopt;
 }
 
 /// Changes the file under its lock, unless `change` answers false.
-std::optional<Problem> PersonalFile::update(PersonalList& list,
-                                            const std::function<bool(std::string&)>& change) {
+std::optional<Problem> PersonalFile::update(
+    PersonalList& list, const std::function<bool(std::string&)>& change) {
     const std::string target = target_of(path_);
     if (auto problem = make_folder_of(target)) return problem;
     const FileLock lock(target);
     if (lock.problem()) return lock.problem();
     std::string bytes;
     bool missing = false;
-    if (auto problem = read_file(target, LARGEST_DICTIONARY, bytes, &missing)) return problem;
+    if (auto problem = read_file(target, LARGEST_DICTIONARY, bytes, &missing))
+        return problem;
     if (bytes.find('\0') != bytes.npos) {
         return Problem{path_, 0, "not a text file: it holds NUL bytes"};
     }
     if (is_utf8_beyond_ascii(bytes)) {
         std::string latin1;
         if (!to_latin1(bytes, latin1)) {
-            return Problem{path_, 0,
-                           "is UTF-8 with letters that Latin-1 lacks; take them out first"};
+            return Problem{
+                path_, 0,
+                "is UTF-8 with letters that Latin-1 lacks; take them out first"};
         }
         bytes.swap(latin1);
     }
@@ -192,8 +199,9 @@ std::optional<Problem> PersonalFile::add(const std::vector<PersonalEntry>& entri
     });
 }
 
-std::optional<Problem> PersonalFile::remove(const std::string& word, const std::string& tag,
-                                            PersonalList& list, std::size_t& removed) {
+std::optional<Problem> PersonalFile::remove(const std::string& word,
+                                            const std::string& tag, PersonalList& list,
+                                            std::size_t& removed) {
     removed = 0;
     return update(list, [&](std::string& bytes) {
         std::string kept;

@@ -1,7 +1,7 @@
-// The file of the personal dictionary: WORD, TAB, CLASS, TAB, BETTER, TAB, INSTEAD, TAB, SOURCE,
-// in Latin-1, as the engine reads it. A file that somebody has written in UTF-8 is understood, and
-// becomes Latin-1 with the next word. Tests: tests/host/Checker_words_test.cpp,
-// tests/host/dictionary_kill_test.cpp.
+// The file of the personal dictionary: WORD, TAB, CLASS, TAB, BETTER, TAB, INSTEAD, TAB,
+// SOURCE, in Latin-1, as the engine reads it. A file that somebody has written in UTF-8
+// is understood, and becomes Latin-1 with the next word. Tests:
+// tests/host/Checker_words_test.cpp, tests/host/dictionary_kill_test.cpp.
 #pragma once
 
 #include <functional>
@@ -27,7 +27,8 @@ struct PersonalList {
 
 PersonalList parse_personal(const std::string& path, const std::string& bytes);
 
-/// True if the engine's loader takes the line that these fields make. Else `reason` tells why not.
+/// True if the engine's loader takes the line that these fields make. Else `reason` tells
+/// why not.
 bool fits_file(const PersonalEntry& entry, std::string& reason);
 
 class PersonalFile {
@@ -39,12 +40,13 @@ public:
     /// Reads the file; one that doesn't exist is empty.
     std::optional<Problem> read(PersonalList& list);
 
-    /// Appends those of `entries` whose word and class are not there yet, in one write. `there`
-    /// counts the others. `list` is what the file then holds.
-    std::optional<Problem> add(const std::vector<PersonalEntry>& entries, PersonalList& list,
-                               std::size_t& there);
+    /// Appends those of `entries` whose word and class are not there yet, in one write.
+    /// `there` counts the others. `list` is what the file then holds.
+    std::optional<Problem> add(const std::vector<PersonalEntry>& entries,
+                               PersonalList& list, std::size_t& there);
 
-    /// Removes the lines of a word; of any class if `tag` is empty. `removed` counts them.
+    /// Removes the lines of a word; of any class if `tag` is empty. `removed` counts
+    /// them.
     std::optional<Problem> remove(const std::string& word, const std::string& tag,
                                   PersonalList& list, std::size_t& removed);
 
@@ -55,8 +57,8 @@ private:
     struct Stamp {
         unsigned long long inode = 0, size = 0, seconds = 0, nanoseconds = 0;
         bool operator==(const Stamp& other) const {
-            return inode == other.inode && size == other.size && seconds == other.seconds &&
-                   nanoseconds == other.nanoseconds;
+            return inode == other.inode && size == other.size &&
+                   seconds == other.seconds && nanoseconds == other.nanoseconds;
         }
     };
 

@@ -75,7 +75,8 @@ bool PieceReader::step(Piece& piece) {
     put(piece, blank ? " " : folding.bytes, {start, at_});
     const std::size_t size = piece.latin1.size();
     if (!blank) return size < PIECE_LIMIT;
-    return size < PIECE_TO_SENTENCE || (size < PIECE_TO_BLANK && !ends_sentence(piece.latin1));
+    return size < PIECE_TO_SENTENCE ||
+           (size < PIECE_TO_BLANK && !ends_sentence(piece.latin1));
 }
 
 bool PieceReader::line_end(Piece& piece) {
@@ -104,8 +105,8 @@ bool PieceReader::blank_line_follows() const {
     return false;
 }
 
-/// A word with what is joined to it: "EAEn", "Lodz-en", "d'Or". A foreign letter makes all of it
-/// foreign.
+/// A word with what is joined to it: "EAEn", "Lodz-en", "d'Or". A foreign letter makes
+/// all of it foreign.
 void PieceReader::word_chain(Piece& piece) {
     const std::size_t start = at_;
     const std::size_t kept = piece.latin1.size();
@@ -169,7 +170,8 @@ bool PieceReader::joiner_follows(std::string_view& bytes, std::size_t& length) c
     const Character c = character_at(text_, at_);
     const Folding folding = folding_of(c.code);
     if (!c.valid || folding.role != Role::sign) return false;
-    if (folding.bytes != "-" && folding.bytes != "'" && folding.bytes != ".") return false;
+    if (folding.bytes != "-" && folding.bytes != "'" && folding.bytes != ".")
+        return false;
     if (at_ + c.length >= text_.size()) return false;
     const Character next = character_at(text_, at_ + c.length);
     if (next.valid && !is_word_role(folding_of(next.code).role)) return false;

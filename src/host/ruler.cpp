@@ -20,7 +20,8 @@ void Ruler::advance(Place& place, std::size_t byte, bool count_lines) {
         const bool within = c.code == '\r' && text_.substr(place.byte, 1) == "\n";
         const bool ends = c.code == '\n' || (c.code == '\r' && !within);
         if (ends) ++line_;
-        if (ends || (c.code == BYTE_ORDER_MARK && place.byte == c.length)) line_start_ = place;
+        if (ends || (c.code == BYTE_ORDER_MARK && place.byte == c.length))
+            line_start_ = place;
     }
 }
 

@@ -14,8 +14,8 @@ class Ruler {
 public:
     explicit Ruler(std::string_view text) : text_(text) {}
 
-    /// The span of some bytes, which begin and end between characters. Calls come in the order of
-    /// `bytes.begin`.
+    /// The span of some bytes, which begin and end between characters. Calls come in the
+    /// order of `bytes.begin`.
     Span measure(Bytes bytes);
 
 private:

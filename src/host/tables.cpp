@@ -22,13 +22,14 @@ constexpr std::size_t LARGEST_CONFIGURATION = 1 << 20;  // bytes
 constexpr std::size_t LARGEST_TABLE = std::size_t{1} << 31;
 constexpr char CONFIGURATION_NAME[] = "sareak.cfg";
 
-/// Where the installed tables are, from the folder of the library and of programs.
-constexpr const char* FROM_LIBRARY[] = {LEMARA_TABLES_FROM_LIBDIR};
+/// Where the tables are, from the folder of the library and of programs: as installed, as
+/// built.
+constexpr const char* FROM_LIBRARY[] = {LEMARA_TABLES_FROM_LIBDIR, "../lexicon"};
 constexpr const char* FROM_PROGRAM[] = {LEMARA_TABLES_FROM_BINDIR, "../lexicon"};
 
 bool is_comment(std::string_view line) {
-    return line.empty() || line.substr(0, 2) == "//" || line[0] == ' ' || line[0] == '\t' ||
-           line[0] == '\r';
+    return line.empty() || line.substr(0, 2) == "//" || line[0] == ' ' ||
+           line[0] == '\t' || line[0] == '\r';
 }
 
 std::string_view base_of(std::string_view path) {
@@ -43,8 +44,9 @@ std::string key_of(std::string_view path) {
     return std::string(with_mark ? key.substr(0, key.size() - 2) : key);
 }
 
-std::optional<std::string> add_table(std::string_view line, const std::string& configuration,
-                                     std::size_t number, std::vector<ListedTable>& tables) {
+std::optional<std::string> add_table(std::string_view line,
+                                     const std::string& configuration, std::size_t number,
+                                     std::vector<ListedTable>& tables) {
     if (tables.size() == MOST_TABLES) {
         return "too many tables; at most " + std::to_string(MOST_TABLES) + " are loaded";
     }
@@ -58,7 +60,8 @@ std::optional<std::string> add_table(std::string_view line, const std::string& c
     const fs::path folder = fs::path(configuration).parent_path();
     if (!fs::exists(path, error) && path.is_relative()) path = folder / path;
     if (!fs::exists(path, error)) {
-        return "no such table: " + printable(line) + " (looked for in the working folder" +
+        return "no such table: " + printable(line) +
+               " (looked for in the working folder" +
                (folder.empty() ? "" : " and in " + folder.string()) + ')';
     }
     tables.push_back({key_of(line), path.string(), number});
@@ -71,7 +74,8 @@ std::string defect_of(const std::string& path) {
     if (const auto problem = read_start(path, 64, start)) return problem->reason;
     if (is_compiled_table(start)) {
         std::string bytes;
-        if (const auto problem = read_file(path, LARGEST_TABLE, bytes)) return problem->reason;
+        if (const auto problem = read_file(path, LARGEST_TABLE, bytes))
+            return problem->reason;
         return compiled_table_defect(bytes);
     }
     if (path.find("SARE8") != path.npos) return "";  // enciphered
@@ -81,7 +85,8 @@ std::string defect_of(const std::string& path) {
 
 void add_place(const fs::path& path, std::vector<std::string>& places) {
     const std::string place = path.lexically_normal().string();
-    if (std::find(places.begin(), places.end(), place) == places.end()) places.push_back(place);
+    if (std::find(places.begin(), places.end(), place) == places.end())
+        places.push_back(place);
 }
 
 std::string environment(const char* name) {
@@ -92,7 +97,8 @@ std::string environment(const char* name) {
 /// The folder of this library, or of the program if it is linked into one.
 fs::path library_folder() {
     Dl_info info{};
-    if (::dladdr(reinterpret_cast<const void*>(&find_configuration), &info) == 0) return {};
+    if (::dladdr(reinterpret_cast<const void*>(&find_configuration), &info) == 0)
+        return {};
     if (info.dli_fname == nullptr) return {};
     std::error_code error;
     const fs::path path = fs::canonical(info.dli_fname, error);
@@ -141,13 +147,15 @@ std::optional<Problem> read_configuration(const std::string& path,
             return Problem{path, number, *reason};
         }
     }
-    const bool has_main = std::any_of(tables.begin(), tables.end(),
-                                      [](const ListedTable& t) { return t.key == "eumorfo"; });
+    const bool has_main =
+        std::any_of(tables.begin(), tables.end(),
+                    [](const ListedTable& t) { return t.key == "eumorfo"; });
     if (has_main) return std::nullopt;
     return Problem{path, 0, "no network \"eumorfo\"; list a table with that file name"};
 }
 
-std::optional<Problem> load_network(const ListedTable& listed, const std::string& configuration,
+std::optional<Problem> load_network(const ListedTable& listed,
+                                    const std::string& configuration,
                                     std::unique_ptr<Sarea>& network) {
     if (const std::string defect = defect_of(listed.path); !defect.empty()) {
         return Problem{configuration, listed.line, listed.path + ": " + defect};

@@ -1,5 +1,5 @@
-// The tables of a checker: the configuration that lists them, and loading them with errors as
-// values. Tests: tests/host/Checker_open_test.cpp.
+// The tables of a checker: the configuration that lists them, and loading them with
+// errors as values. Tests: tests/host/Checker_open_test.cpp.
 #pragma once
 
 #include <cstddef>
@@ -22,13 +22,14 @@ struct ListedTable {
     std::size_t line;  ///< of the configuration
 };
 
-/// Reads the configuration at `path`. A table is looked for from the working folder, then beside
-/// the configuration.
+/// Reads the configuration at `path`. A table is looked for from the working folder, then
+/// beside the configuration.
 std::optional<Problem> read_configuration(const std::string& path,
                                           std::vector<ListedTable>& tables);
 
 /// Loads a network. `configuration` is named if the table is no good.
-std::optional<Problem> load_network(const ListedTable& table, const std::string& configuration,
+std::optional<Problem> load_network(const ListedTable& table,
+                                    const std::string& configuration,
                                     std::unique_ptr<Sarea>& network);
 
 }  // namespace lemara::host

@@ -18,14 +18,20 @@ std::size_t length_of(unsigned lead) {
     return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
 }
 
-/// True if `byte` may follow `lead`: no overlong form, no surrogate, nothing above U+10FFFF.
+/// True if `byte` may follow `lead`: no overlong form, no surrogate, nothing above
+/// U+10FFFF.
 bool may_follow(unsigned lead, unsigned byte) {
     switch (lead) {
-        case 0xE0: return byte >= 0xA0 && byte <= 0xBF;
-        case 0xED: return byte >= 0x80 && byte <= 0x9F;
-        case 0xF0: return byte >= 0x90 && byte <= 0xBF;
-        case 0xF4: return byte >= 0x80 && byte <= 0x8F;
-        default: return byte >= 0x80 && byte <= 0xBF;
+        case 0xE0:
+            return byte >= 0xA0 && byte <= 0xBF;
+        case 0xED:
+            return byte >= 0x80 && byte <= 0x9F;
+        case 0xF0:
+            return byte >= 0x90 && byte <= 0xBF;
+        case 0xF4:
+            return byte >= 0x80 && byte <= 0x8F;
+        default:
+            return byte >= 0x80 && byte <= 0xBF;
     }
 }
 
@@ -35,7 +41,8 @@ Character character_at(std::string_view text, std::size_t at) {
     const unsigned lead = byte_at(text, at);
     if (lead < 0x80) return {lead, 1, true};
     const std::size_t length = length_of(lead);
-    if (length == 0 || !may_follow(lead, byte_at(text, at + 1))) return {REPLACEMENT, 1, false};
+    if (length == 0 || !may_follow(lead, byte_at(text, at + 1)))
+        return {REPLACEMENT, 1, false};
     char32_t code = lead & (0x7Fu >> length);
     for (std::size_t i = 1; i < length; ++i) {
         const unsigned byte = byte_at(text, at + i);

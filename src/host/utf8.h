@@ -9,8 +9,8 @@ namespace lemara::host {
 
 constexpr char32_t REPLACEMENT = 0xFFFD;  // stands for what is no UTF-8
 
-/// A character of a text; what is no UTF-8 counts as one character for each longest piece that
-/// begins like one, as browsers and Python's "replace" count.
+/// A character of a text; what is no UTF-8 counts as one character for each longest piece
+/// that begins like one, as browsers and Python's "replace" count.
 struct Character {
     char32_t code = 0;
     std::size_t length = 1;  ///< bytes
@@ -26,7 +26,8 @@ std::size_t find_invalid_utf8(std::string_view text);
 void append_utf8(std::string& text, char32_t character);
 std::string utf8_from_latin1(std::string_view latin1);
 
-/// Any bytes as UTF-8 for a message: control characters and what is no UTF-8 stand as \\x1F.
+/// Any bytes as UTF-8 for a message: control characters and what is no UTF-8 stand as
+/// \\x1F.
 std::string printable(std::string_view text);
 
 }  // namespace lemara::host

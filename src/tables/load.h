@@ -5,8 +5,8 @@
 
 namespace lemara {
 
-/// As Taula::kargatu, but a file that can't be opened, or one that brings no state, gives false.
-/// Never ends the process.
+/// As Taula::kargatu, but a file that can't be opened, or one that brings no state, gives
+/// false. Never ends the process.
 bool load_table(Taula& table);
 
 }  // namespace lemara

@@ -6,12 +6,12 @@
 
 static int failures = 0;
 
-#define EXPECT(condition)                                                     \
-    do {                                                                      \
-        if (!(condition)) {                                                   \
-            printf("%s:%d: not true: %s\n", __FILE__, __LINE__, #condition);  \
-            ++failures;                                                       \
-        }                                                                     \
+#define EXPECT(condition)                                                    \
+    do {                                                                     \
+        if (!(condition)) {                                                  \
+            printf("%s:%d: not true: %s\n", __FILE__, __LINE__, #condition); \
+            ++failures;                                                      \
+        }                                                                    \
     } while (0)
 
 static lemara_checker* open_checker(const char* configuration, const char* dictionary) {
@@ -28,7 +28,9 @@ static lemara_checker* open_checker(const char* configuration, const char* dicti
 }
 
 static void check_text(const lemara_checker* checker) {
-    const char text[] = "\xe2\x80\x9c" "bozo\xe2\x80\x9d etxeak,\namigoak";
+    const char text[] =
+        "\xe2\x80\x9c"
+        "bozo\xe2\x80\x9d etxeak,\namigoak";
     lemara_findings* findings = NULL;
     lemara_finding finding = LEMARA_INIT(lemara_finding);
     EXPECT(lemara_check(checker, text, strlen(text), NULL, &findings, NULL) == LEMARA_OK);
@@ -69,7 +71,8 @@ static void analyse_and_generate(const lemara_checker* checker) {
     lemara_token token = LEMARA_INIT(lemara_token);
     lemara_reading reading = LEMARA_INIT(lemara_reading);
     size_t i, count = 0;
-    EXPECT(lemara_analyze(checker, "Etxeak bozo", 11, LEMARA_LINES, &tokens, NULL) == LEMARA_OK);
+    EXPECT(lemara_analyze(checker, "Etxeak bozo", 11, LEMARA_LINES, &tokens, NULL) ==
+           LEMARA_OK);
     EXPECT(lemara_tokens_count(tokens) == 2);
     EXPECT(lemara_tokens_get(tokens, 0, &token) == LEMARA_OK);
     EXPECT(strcmp(token.text, "Etxeak") == 0 && token.known && token.reading_count > 0);

@@ -191,7 +191,7 @@ TEST(CandidateJudge, VeryLongWordsAreJudgedAsStrings) {
     engine.sareak["eumorfo"] =
         new Sarea("eumorfo", "", table_from("0\ta\t0\n0\tb\t1\nfinal: 1\nfinal: 0\n").release());
     long comparisons = 0;
-    for (const std::size_t length : {980, 982, 983, 984, 990, 997, 998, 999, 1000, 1001, 1020}) {
+    for (const std::size_t length : std::vector<std::size_t>{980, 982, 983, 984, 990, 997, 998, 999, 1000, 1001, 1020}) {
         const std::string word = std::string(length, 'a') + "b";
         const CandidateJudge judge(engine, word);
         // Edits at the very end decide.

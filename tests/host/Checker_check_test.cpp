@@ -34,9 +34,15 @@ const Case CASES[] = {
     {"a form to use instead", "txar", {"use-instead txar: lagun"}},
     {"the start of a unit", "ahal da", {"unit-start ahal: ahal izan"}},
     {"the unit itself", "ahal izan", {}},
-    {"a unit over a line end", "ahal\nizan", {"unit-start ahal: ahal izan", "unknown izan:"}},
-    {"typographic quotes and dashes", "\u201cetxe\u201d \u2013 \u2018gizon\u2019\u2026", {}},
-    {"a word in pieces of letters", "etxe\u0301 etx\u00ade", {"unknown etxe\u0301: etxe"}},
+    {"a unit over a line end",
+     "ahal\nizan",
+     {"unit-start ahal: ahal izan", "unknown izan:"}},
+    {"typographic quotes and dashes",
+     "\u201cetxe\u201d \u2013 \u2018gizon\u2019\u2026",
+     {}},
+    {"a word in pieces of letters",
+     "etxe\u0301 etx\u00ade",
+     {"unknown etxe\u0301: etxe"}},
     {"the sign that the engine mutters at", "etxe ] bozo [", {"unknown bozo: pozo"}},
     {"digits with letters", "123 12bozo", {"unknown 12bozo:"}},
 };
@@ -80,7 +86,8 @@ TEST(CheckerCheck, ReadsLinesAsParagraphsOrNot) {
 TEST(CheckerCheck, EveryFormIsAcceptedOnceAndCounted) {
     HostWorld world;
     const auto checker = world.open();
-    for (const std::string word : {"bozo", "etxxe", "GIZOM", "Mai", "txar", "bilbo", "ahal"}) {
+    for (const std::string word :
+         {"bozo", "etxxe", "GIZOM", "Mai", "txar", "bilbo", "ahal"}) {
         SCOPED_TRACE(word);
         const auto findings = checker->check(word);
         ASSERT_EQ(findings.size(), 1u);
@@ -96,7 +103,7 @@ TEST(CheckerCheck, EveryFormIsAcceptedOnceAndCounted) {
 }
 
 TEST(CheckerCheck, StopsProposingWhenTimeIsUp) {
-    // Twenty thousand words that begin alike make each long candidate slow to refuse.
+    // Two hundred long words, each with thousands of candidates, and time for hardly any.
     HostWorld world;
     const auto checker = world.open();
     const std::string word(99, 'z');
@@ -121,8 +128,10 @@ TEST(CheckerCheck, ReportsForeignWordsOnRequest) {
     const auto checker = world.open();
     CheckOptions options;
     options.report_foreign = true;
-    EXPECT_EQ(told(checker->check("\u041c\u0438\u0440-en etxe bozo www.a.eus \u65e5", options)),
-              (Words{"foreign \u041c\u0438\u0440-en:", "unknown bozo: pozo", "foreign \u65e5:"}));
+    EXPECT_EQ(
+        told(checker->check("\u041c\u0438\u0440-en etxe bozo www.a.eus \u65e5", options)),
+        (Words{"foreign \u041c\u0438\u0440-en:", "unknown bozo: pozo",
+               "foreign \u65e5:"}));
 }
 
 TEST(CheckerCheck, TakesAcceptedWords) {
@@ -178,6 +187,8 @@ TEST(CheckerCheck, AnswersAboutWords) {
     EXPECT_EQ(checker->suggest("etxe-gizno"), (Words{"etxe-gizon"}));
     EXPECT_EQ(checker->suggest("gizno-gizno"), (Words{"gizon-gizon"}));
     EXPECT_EQ(checker->suggest("gizno", 0), Words{});
+    EXPECT_EQ(checker->suggest("etxea"), (Words{"Etxea", "ETXEA"}));  // known
+    EXPECT_EQ(checker->suggest("www.a.eus"), Words{});
     EXPECT_EQ(checker->lemmas("Bilbo"), (Words{"Bilbo"}));
     EXPECT_EQ(checker->lemmas("\u041c\u0438\u0440"), Words{});
     EXPECT_EQ(checker->generate("etxe", "IZE").at(0).form, "etxe");
@@ -187,12 +198,15 @@ TEST(CheckerCheck, AnswersAboutWords) {
 TEST(CheckerCheck, RendersInTheEnginesOwnMarkups) {
     HostWorld world;
     const auto checker = world.open();
-    EXPECT_NE(checker->render("N\u0303abar", Format::multext, false).find("\u00d1abar\tBOS\t"),
-              std::string::npos);
+    EXPECT_NE(
+        checker->render("N\u0303abar", Format::multext, false).find("\u00d1abar\tBOS\t"),
+        std::string::npos);
     EXPECT_NE(checker->render("bozo", Format::check, true).find("<sugg>pozo</sugg>"),
               std::string::npos);
-    EXPECT_NE(checker->render("etxe", Format::cg3, false).find("<\"etxe\">"), std::string::npos);
-    EXPECT_NE(checker->render("bozo", Format::ikute, false).find("<frm>"), std::string::npos);
+    EXPECT_NE(checker->render("etxe", Format::cg3, false).find("<\"etxe\">"),
+              std::string::npos);
+    EXPECT_NE(checker->render("bozo", Format::ikute, false).find("<frm>"),
+              std::string::npos);
     EXPECT_NE(checker->render("mai", Format::zuzenlex, false).find("<hobe>mahai</hobe>"),
               std::string::npos);
 }

@@ -14,7 +14,8 @@ struct Broken {
 const Broken BROKEN[] = {
     {"an empty configuration", "", "no network \"eumorfo\"", 0},
     {"comments alone", "// nothing\n \n\n", "no network \"eumorfo\"", 0},
-    {"a table that isn't there", "eumorfo.sare\nnone.sare\n", "no such table: none.sare", 2},
+    {"a table that isn't there", "eumorfo.sare\nnone.sare\n", "no such table: none.sare",
+     2},
     {"a table that is text", "eumorfo.sare\ntext.sare\n", "is no table", 2},
     {"an empty table", "eumorfo.sare\nempty.sare\n", "is no table", 2},
     {"a folder for a table", "eumorfo.sare\nfolder.sare\n", "is a directory", 2},
@@ -23,7 +24,8 @@ const Broken BROKEN[] = {
     {"a name of one character", "eumorfo.sare\na.sare\n", "two characters", 2},
     {"NUL bytes", std::string("eumorfo.sare\n\0", 14), "NUL", 0},
     {"eleven tables",
-     "eumorfo.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\n"
+     "eumorfo.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp.sare\nhp."
+     "sare\n"
      "hp.sare\nhp.sare\n",
      "too many tables", 11},
 };
@@ -65,7 +67,8 @@ TEST(CheckerOpen, ReturnsWhatIsWrongAndPrintsNothing) {
 
 TEST(CheckerOpen, TellsThatTheConfigurationIsNotThere) {
     HostWorld world;
-    for (const std::string& path : {world.folder.path("none.cfg"), world.folder.path("")}) {
+    for (const std::string& path :
+         {world.folder.path("none.cfg"), world.folder.path("")}) {
         world.settings.configuration = path;
         const Checker::Opened opened = Checker::open(world.settings);
         EXPECT_EQ(opened.checker, nullptr);
@@ -94,7 +97,8 @@ TEST(CheckerOpen, IsSilentFromBeginningToEnd) {
 TEST(CheckerOpen, TellsOfBadLinesAndLoadsTheRest) {
     HostWorld world;
     const std::string path = world.folder.write(
-        "hiztegia.txt", "// mine\nkaixo\t<ARR>\t\t\tHP\nbad\nx\t<ARR>\nworse\tARR\nagur\t<ARR>\r\n");
+        "hiztegia.txt",
+        "// mine\nkaixo\t<ARR>\t\t\tHP\nbad\nx\t<ARR>\nworse\tARR\nagur\t<ARR>\r\n");
     world.settings.dictionary = path;
     const auto checker = world.open();
     ASSERT_EQ(world.problems.size(), 3u);

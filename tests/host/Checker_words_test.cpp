@@ -16,17 +16,42 @@ struct Word {
 };
 
 const Word WORDS[] = {
-    {"a common noun", {"zapaburu", "", "", ""}, {"zapaburu", "Zapaburuk", "ZAPABURUN"}, {"zapabur"}},
-    {"in -a", {"lapiko\u00f1a", "", "", ""}, {"lapiko\u00f1a", "lapiko\u00f1ak"}, {"lapikon"}},
-    {"a name, with its capital alone", {"Mikel", "", "", ""}, {"Mikel", "Mikelek", "MIKEL"},
+    {"a common noun",
+     {"zapaburu", "", "", ""},
+     {"zapaburu", "Zapaburuk", "ZAPABURUN"},
+     {"zapabur"}},
+    {"in -a",
+     {"lapiko\u00f1a", "", "", ""},
+     {"lapiko\u00f1a", "lapiko\u00f1ak"},
+     {"lapikon"}},
+    {"a name, with its capital alone",
+     {"Mikel", "", "", ""},
+     {"Mikel", "Mikelek", "MIKEL"},
      {"mikel", "mikelek"}},
     {"a person", {"Amaia", "PIB", "", ""}, {"Amaia", "Amaiak"}, {"amaia"}},
-    {"a place in brackets and small letters", {"Getaria", "<lib>", "", ""}, {"Getarian"}, {"getaria"}},
+    {"a place in brackets and small letters",
+     {"Getaria", "<lib>", "", ""},
+     {"Getarian"},
+     {"getaria"}},
+    {"an adjective, with its degrees",
+     {"gorrixka", "IZO", "", ""},
+     {"gorrixkak", "gorrixkago"},
+     {"gorrixkazko"}},
+    {"the same in -r", {"lodixar", "IZO", "", ""}, {"lodixarrago"}, {"lodixarago"}},
+    {"a common noun has none",
+     {"kutxatila", "ARR", "", ""},
+     {"kutxatilak"},
+     {"kutxatilago"}},
     {"a verb by its class", {"klikatu", "ADI", "", ""}, {"klikatu"}, {}},
-    {"a name of two words", {"New York", "", "", ""}, {"New York", "New Yorken"}, {"York"}},
+    {"a name of two words",
+     {"New York", "", "", ""},
+     {"New York", "New Yorken"},
+     {"York"}},
     {"a name with a hyphen", {"Bidasoa-Behe", "", "", ""}, {"Bidasoa-Behe"}, {"Behe"}},
-    {"a typographic apostrophe and a decomposed letter", {"O\u2019n\u0303o", "", "", ""},
-     {"O'\u00f1o", "O\u2019n\u0303o"}, {}},
+    {"a typographic apostrophe and a decomposed letter",
+     {"O\u2019n\u0303o", "", "", ""},
+     {"O'\u00f1o", "O\u2019n\u0303o"},
+     {}},
 };
 
 const struct {
@@ -38,7 +63,11 @@ const struct {
     {"blanks", {" \n", "", "", ""}, "no word"},
     {"one letter", {"a", "", "", ""}, "two letters"},
     {"another script", {"\u041c\u0438\u0440", "", "", ""}, "that the tables lack"},
-    {"no UTF-8", {"a\xff" "b", "", "", ""}, "that the tables lack"},
+    {"no UTF-8",
+     {"a\xff"
+      "b",
+      "", "", ""},
+     "that the tables lack"},
     {"a sign", {"a*b", "", "", ""}, "that the tables lack"},
     {"a bar", {"a|b", "", "", ""}, "that the tables lack"},
     {"an address", {"www.a.eus", "", "", ""}, "an address"},
@@ -48,7 +77,9 @@ const struct {
     {"too many words", {"a b c d e f", "", "", ""}, "too many words"},
     {"advice that isn't known", {"ab", "", "bozo", ""}, "no known word"},
     {"two kinds of advice", {"ab", "", "etxe", "lagun"}, "one of them"},
-    {"a tab and a line feed are blanks", {"a\tb\nc\td\te\tf", "", "", ""}, "too many words"},
+    {"a tab and a line feed are blanks",
+     {"a\tb\nc\td\te\tf", "", "", ""},
+     "too many words"},
 };
 
 std::string mode_of(const std::string& path) {
@@ -66,17 +97,21 @@ TEST(CheckerWords, AnAddedWordIsKnownAndInflected) {
     const auto checker = world.open();
     for (const Word& c : WORDS) {
         SCOPED_TRACE(c.label);
-        for (const std::string& word : c.valid) EXPECT_FALSE(checker->valid(word)) << word;
+        for (const std::string& word : c.valid)
+            EXPECT_FALSE(checker->valid(word)) << word;
         const auto problem = checker->add_word(c.word);
         ASSERT_EQ(problem, std::nullopt) << problem->text();
         const auto again = world.open();  // from the file
         EXPECT_EQ(world.problems.size(), 0u);
         for (const Checker* judge : {checker.get(), again.get()}) {
-            for (const std::string& word : c.valid) EXPECT_TRUE(judge->valid(word)) << word;
-            for (const std::string& word : c.unknown) EXPECT_FALSE(judge->valid(word)) << word;
+            for (const std::string& word : c.valid)
+                EXPECT_TRUE(judge->valid(word)) << word;
+            for (const std::string& word : c.unknown)
+                EXPECT_FALSE(judge->valid(word)) << word;
         }
         EXPECT_EQ(checker->remove_word(c.word.word), std::nullopt);
-        for (const std::string& word : c.valid) EXPECT_FALSE(checker->valid(word)) << word;
+        for (const std::string& word : c.valid)
+            EXPECT_FALSE(checker->valid(word)) << word;
     }
     EXPECT_EQ(read_file(world.settings.dictionary), "");
 }
@@ -155,7 +190,8 @@ TEST(CheckerWords, ModeAndLinkStay) {
     HostWorld world;
     const std::string target = world.folder.write("real.txt", "agur\t<ARR>\n");
     chmod(target.c_str(), 0640);
-    const std::string link = world.folder.path("link.txt"), other = world.folder.path("other.txt");
+    const std::string link = world.folder.path("link.txt"),
+                      other = world.folder.path("other.txt");
     ASSERT_EQ(symlink("real.txt", link.c_str()), 0);
     ASSERT_EQ(symlink(link.c_str(), other.c_str()), 0);
     world.settings.dictionary = other;
@@ -210,7 +246,8 @@ TEST(CheckerWords, ListsComeInAndGoOut) {
     HostWorld world;
     const auto checker = world.open();
     const ImportReport report = checker->import_words(
-        "\ufeff4\r\nkaixo/AB\r\nagur\tpo:noun\n\n# note\n*wrong\n\u041c\u0438\u0440\nkaixo\nMikel");
+        "\ufeff4\r\nkaixo/AB\r\nagur\tpo:noun\n\n# "
+        "note\n*wrong\n\u041c\u0438\u0440\nkaixo\nMikel");
     EXPECT_EQ(report.problem, std::nullopt);
     EXPECT_EQ(report.added, 3u);
     EXPECT_EQ(report.there, 1u);

@@ -32,7 +32,8 @@ char32_t composed_by_utf8proc(char base, char32_t accent) {
     std::string text(1, base);
     append_utf8(text, accent);
     const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> result(
-        utf8proc_NFC(reinterpret_cast<const utf8proc_uint8_t*>(text.c_str())), &std::free);
+        utf8proc_NFC(reinterpret_cast<const utf8proc_uint8_t*>(text.c_str())),
+        &std::free);
     const std::string composed_text = reinterpret_cast<char*>(result.get());
     const Character c = character_at(composed_text, 0);
     return c.length == composed_text.size() ? c.code : 0;
@@ -46,7 +47,8 @@ TEST(Characters, LettersAreLetters) {
         if (!is_unicode_letter(code)) continue;
         const Role role = folding_of(code).role;
         const bool apostrophe = code == 0x2B9 || (code >= 0x2BB && code <= 0x2BD);
-        const bool letterlike = code >= 0x2100 && code <= 0x214F;  // signs for all we know
+        const bool letterlike =
+            code >= 0x2100 && code <= 0x214F;  // signs for all we know
         if (apostrophe || letterlike) continue;
         ASSERT_TRUE(role == Role::word || role == Role::foreign) << std::hex << code;
     }
@@ -55,7 +57,8 @@ TEST(Characters, LettersAreLetters) {
 TEST(Characters, BlanksAreBlanks) {
     for (char32_t code = 0; code <= 0x10FFFF; ++code) {
         const auto category = category_of(code);
-        const bool blank = category == UTF8PROC_CATEGORY_ZS || category == UTF8PROC_CATEGORY_ZL ||
+        const bool blank = category == UTF8PROC_CATEGORY_ZS ||
+                           category == UTF8PROC_CATEGORY_ZL ||
                            category == UTF8PROC_CATEGORY_ZP;
         if (!blank) continue;
         ASSERT_EQ(folding_of(code).role, Role::blank) << std::hex << code;
@@ -66,7 +69,8 @@ TEST(Characters, MarksDoNotSplitWords) {
     for (char32_t code = 0; code <= 0x10FFFF; ++code) {
         if (!is_mark(code)) continue;
         const Role role = folding_of(code).role;
-        ASSERT_TRUE(role == Role::accent || role == Role::foreign || role == Role::nothing)
+        ASSERT_TRUE(role == Role::accent || role == Role::foreign ||
+                    role == Role::nothing)
             << std::hex << code;
     }
 }
@@ -87,7 +91,8 @@ TEST(Characters, EveryByteHasARole) {
 TEST(Characters, LettersComposeAsInUnicode) {
     for (int base = 'A'; base <= 'z'; ++base) {
         for (char32_t accent = 0x300; accent <= 0x36F; ++accent) {
-            const char32_t expected = composed_by_utf8proc(static_cast<char>(base), accent);
+            const char32_t expected =
+                composed_by_utf8proc(static_cast<char>(base), accent);
             const char ours = composed(static_cast<char>(base), accent);
             const auto code = static_cast<unsigned char>(ours);
             ASSERT_EQ(code, expected <= 0xFF && base != '`' ? expected : 0)

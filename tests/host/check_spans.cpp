@@ -1,5 +1,5 @@
-// Judges every token and finding of text files by the property of positions. Uses the tables that
-// a checker finds by itself, or those of LEMARA_TABLES.
+// Judges every token and finding of text files by the property of positions. Uses the
+// tables that a checker finds by itself, or those of LEMARA_TABLES.
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -30,7 +30,8 @@ int main(int argc, char** argv) {
         const std::string text = bytes.str();
         std::size_t findings = 0, start = 0;
         while (start < text.size()) {
-            const std::size_t end = std::min(text.find('\n', start + 20000), text.size() - 1);
+            const std::size_t end =
+                std::min(text.find('\n', start + 20000), text.size() - 1);
             const std::string block = text.substr(start, end + 1 - start);
             lemara::CheckOptions options;
             options.most_forms = 0;

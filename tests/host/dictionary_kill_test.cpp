@@ -1,5 +1,5 @@
-// Two processes add and remove words and are killed at random moments: every word that was
-// acknowledged is there, and the file always loads.
+// Two processes add and remove words and are killed at random moments: every word that
+// was acknowledged is there, and the file always loads.
 //
 // LEMARA_KILLS sets the number of kills, LEMARA_SEED where they begin.
 #include <sys/ioctl.h>
@@ -33,8 +33,8 @@ struct Note {
 };
 
 /// Adds words, and removes some of its own, until it is killed.
-[[noreturn]] void work(const Settings& settings, unsigned first, unsigned step, unsigned seed,
-                       int notes) {
+[[noreturn]] void work(const Settings& settings, unsigned first, unsigned step,
+                       unsigned seed, int notes) {
     const auto checker = Checker::open(settings).checker;
     if (!checker) _exit(3);
     std::mt19937 random(seed);
@@ -44,8 +44,9 @@ struct Note {
         const bool removes = !mine.empty() && random() % 3 == 0;
         if (removes) note = {mine[random() % mine.size()], false, false};
         if (write(notes, &note, sizeof note) != sizeof note) _exit(4);
-        const auto problem = removes ? checker->remove_word(word_of(note.word))
-                                     : checker->add_word({word_of(note.word), "ARR", "", ""});
+        const auto problem = removes
+                                 ? checker->remove_word(word_of(note.word))
+                                 : checker->add_word({word_of(note.word), "ARR", "", ""});
         if (problem) _exit(5);
         note.done = true;
         if (write(notes, &note, sizeof note) != sizeof note) _exit(4);
@@ -95,7 +96,8 @@ TEST(DictionaryKill, NoAcknowledgedWordIsLost) {
     std::set<std::string> must, may;  // there; perhaps there
     std::size_t changes = 0;
     for (std::size_t i = 0; i < kills; i += 2) {
-        SCOPED_TRACE("kills before: " + std::to_string(i) + ", seed " + std::to_string(seed));
+        SCOPED_TRACE("kills before: " + std::to_string(i) + ", seed " +
+                     std::to_string(seed));
         Worker workers[2];
         for (unsigned k = 0; k < 2; ++k) {
             workers[k] = start(world.settings, FRESH * static_cast<unsigned>(i) + k, 2,
@@ -111,7 +113,8 @@ TEST(DictionaryKill, NoAcknowledgedWordIsLost) {
         for (const Worker& worker : workers) {
             int status = 0;
             ASSERT_EQ(waitpid(worker.process, &status, 0), worker.process);
-            ASSERT_TRUE(WIFSIGNALED(status)) << "a worker gave up: " << WEXITSTATUS(status);
+            ASSERT_TRUE(WIFSIGNALED(status))
+                << "a worker gave up: " << WEXITSTATUS(status);
             for (Note note; read(worker.notes, &note, sizeof note) == sizeof note;) {
                 const std::string word = word_of(note.word);
                 if (!note.done) {
@@ -129,7 +132,8 @@ TEST(DictionaryKill, NoAcknowledgedWordIsLost) {
         const HiztegiPertsonala loaded(world.settings.dictionary);
         std::set<std::string> there;
         for (const HPsarrera* entry : loaded.sarrerak) there.insert(entry->lema);
-        for (const std::string& word : must) ASSERT_EQ(there.count(word), 1u) << word << " is lost";
+        for (const std::string& word : must)
+            ASSERT_EQ(there.count(word), 1u) << word << " is lost";
         for (const std::string& word : there) {
             ASSERT_TRUE(must.count(word) + may.count(word) > 0) << word << " came back";
         }

@@ -10,7 +10,8 @@
 
 namespace lemara::test {
 
-/// Endings of all classes that a test adds words in: none, "-k", "-ek", "-n", "-en", "-ra".
+/// Endings of all classes that a test adds words in: none, "-k", "-ek", "-n", "-en",
+/// "-ra".
 inline std::string personal_table() {
     std::vector<std::vector<std::string>> list;
     for (int i = 1; i <= 25; ++i) {
@@ -22,14 +23,17 @@ inline std::string personal_table() {
         list.push_back({name, "<ERG>:e", ":k"});
         list.push_back({name, "<GEN>:e", ":n"});
     }
+    list.push_back({"<hp7>", "<KONP>:a", ":g", ":o"});
     return paths(list);
 }
 
-/// Some words, one with a better form, one to be replaced, a unit of two words, a rare one.
+/// Some words, one with a better form, one to be replaced, a unit of two words, a rare
+/// one.
 inline Lexicon small_lexicon() {
     Lexicon lexicon;
-    lexicon.words({"etxe", "etxea", "gizon", "pozo", "da", "eta", "ez", "zuri", "\361abar"},
-                  "<IZE>");
+    lexicon.words(
+        {"etxe", "etxea", "gizon", "pozo", "da", "eta", "ez", "zuri", "\361abar"},
+        "<IZE>");
     lexicon.word("Bilbo", {"<IZE>", "<LIB>"});
     lexicon.word("lagun", {"<IZE>"}).word("mahai", {"<IZE>"});
     lexicon.path({"m", "a", "i", "<IZE>:<>", "[h=mahai]:<>"});
@@ -52,7 +56,8 @@ public:
     std::unique_ptr<Checker> open() {
         Checker::Opened opened = Checker::open(settings);
         problems = opened.problems;
-        EXPECT_NE(opened.checker, nullptr) << (problems.empty() ? "" : problems[0].text());
+        EXPECT_NE(opened.checker, nullptr)
+            << (problems.empty() ? "" : problems[0].text());
         return std::move(opened.checker);
     }
 

@@ -1,5 +1,5 @@
-// The property of positions, judged by plain means: every character of the text is listed with its
-// places once, and each token and finding is held against that list.
+// The property of positions, judged by plain means: every character of the text is listed
+// with its places once, and each token and finding is held against that list.
 #pragma once
 
 #include <utf8proc.h>
@@ -21,8 +21,8 @@ struct PlainCharacter {
     std::size_t line = 1, column = 1, column_utf16 = 1;
 };
 
-/// How many bytes at the start of `bytes` (4 or fewer) are one character, or one piece that
-/// begins like one: by trying all that UTF-8 can say.
+/// How many bytes at the start of `bytes` (4 or fewer) are one character, or one piece
+/// that begins like one: by trying all that UTF-8 can say.
 inline PlainCharacter plain_character(const std::string& bytes, std::size_t& length) {
     PlainCharacter c;
     utf8proc_int32_t code = -1;
@@ -44,8 +44,9 @@ inline PlainCharacter plain_character(const std::string& bytes, std::size_t& len
             std::string longer = bytes.substr(0, n) + static_cast<char>(b);
             if (n == 2 && static_cast<unsigned char>(bytes[0]) >= 0xF0) longer += '\200';
             const auto* start = reinterpret_cast<const utf8proc_uint8_t*>(longer.data());
-            begins_one = utf8proc_iterate(start, static_cast<utf8proc_ssize_t>(longer.size()),
-                                          &code) == static_cast<utf8proc_ssize_t>(longer.size());
+            begins_one =
+                utf8proc_iterate(start, static_cast<utf8proc_ssize_t>(longer.size()),
+                                 &code) == static_cast<utf8proc_ssize_t>(longer.size());
         }
         if (!begins_one) break;
         length = n;
@@ -73,7 +74,8 @@ inline std::vector<PlainCharacter> plain_characters(const std::string& text) {
         place.utf16 += units;
         column += 1;
         column_utf16 += units;
-        if (c.code == '\n' || (c.code == '\r' && !crlf)) ++line, column = column_utf16 = 1;
+        if (c.code == '\n' || (c.code == '\r' && !crlf))
+            ++line, column = column_utf16 = 1;
         if (c.code == 0xFEFF && list.empty()) column = column_utf16 = 1;
         list.push_back(c);
     }
@@ -100,8 +102,8 @@ inline bool is_plain_blank(char32_t c) {
            category == UTF8PROC_CATEGORY_ZP;
 }
 
-/// A text as its token shows it: composed by utf8proc, folded, blanks and dots left out (a dot
-/// behind a number is no part of a token).
+/// A text as its token shows it: composed by utf8proc, folded, blanks and dots left out
+/// (a dot behind a number is no part of a token).
 inline std::string plain_fold(const std::string& text) {
     std::string visible;
     for (const PlainCharacter& c : plain_characters(text)) {
@@ -111,30 +113,37 @@ inline std::string plain_fold(const std::string& text) {
         visible.append(reinterpret_cast<char*>(bytes), static_cast<std::size_t>(n));
     }
     const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> composed(
-        utf8proc_NFC(reinterpret_cast<const utf8proc_uint8_t*>(visible.c_str())), &std::free);
+        utf8proc_NFC(reinterpret_cast<const utf8proc_uint8_t*>(visible.c_str())),
+        &std::free);
     if (composed == nullptr) return "not UTF-8";
     std::string folded;
-    for (const PlainCharacter& c : plain_characters(reinterpret_cast<char*>(composed.get()))) {
+    for (const PlainCharacter& c :
+         plain_characters(reinterpret_cast<char*>(composed.get()))) {
         if (is_plain_blank(c.code) || c.code == '.') continue;
         const auto category = utf8proc_category(static_cast<utf8proc_int32_t>(c.code));
         const std::string typed = [&] {
             utf8proc_uint8_t bytes[4];
-            const auto n = utf8proc_encode_char(static_cast<utf8proc_int32_t>(c.code), bytes);
-            return std::string(reinterpret_cast<char*>(bytes), static_cast<std::size_t>(n));
+            const auto n =
+                utf8proc_encode_char(static_cast<utf8proc_int32_t>(c.code), bytes);
+            return std::string(reinterpret_cast<char*>(bytes),
+                               static_cast<std::size_t>(n));
         }();
         if (c.code >= 0xFB00 && c.code <= 0xFB04) {
             constexpr const char* LIGATURES[] = {"ff", "fi", "fl", "ffi", "ffl"};
             folded += LIGATURES[c.code - 0xFB00];
         } else if (c.code == 0x2025 || c.code == 0x2026 || c.code == 0x2024) {
             continue;  // dots
-        } else if (category == UTF8PROC_CATEGORY_PD || c.code == 0x2212 || c.code == 0x2043) {
+        } else if (category == UTF8PROC_CATEGORY_PD || c.code == 0x2212 ||
+                   c.code == 0x2043) {
             folded += '-';
         } else if (c.code == 0x201C || c.code == 0x201D || c.code == 0x201E ||
-                   c.code == 0x201F || c.code == 0x2033 || c.code == 0xAB || c.code == 0xBB) {
+                   c.code == 0x201F || c.code == 0x2033 || c.code == 0xAB ||
+                   c.code == 0xBB) {
             folded += '"';
         } else if ((c.code >= 0x2018 && c.code <= 0x201B) || c.code == 0x2032 ||
-                   c.code == 0x2039 || c.code == 0x203A || c.code == '`' || c.code == 0xB4 ||
-                   (c.code >= 0x2B9 && c.code <= 0x2BD) || c.code == 0xFF07) {
+                   c.code == 0x2039 || c.code == 0x203A || c.code == '`' ||
+                   c.code == 0xB4 || (c.code >= 0x2B9 && c.code <= 0x2BD) ||
+                   c.code == 0xFF07) {
             folded += '\'';
         } else {
             folded += typed;
@@ -162,7 +171,8 @@ public:
         if (auto why = lost_character(tokens); !why.empty()) return why;
         std::size_t behind = 0;
         for (const Finding& finding : checker.check(text_, options)) {
-            if (auto why = wrong_span(finding.span, finding.token); !why.empty()) return why;
+            if (auto why = wrong_span(finding.span, finding.token); !why.empty())
+                return why;
             if (finding.span.begin.byte < behind) return "findings overlap";
             behind = finding.span.end.byte;
             ++findings;
@@ -172,7 +182,8 @@ public:
                     return token.span.begin.byte == finding.span.begin.byte &&
                            token.span.end.byte == finding.span.end.byte;
                 });
-            if (tokens.size() < 2000 && !is_token) return "finding at no token: " + finding.token;
+            if (tokens.size() < 2000 && !is_token)
+                return "finding at no token: " + finding.token;
         }
         return "";
     }
@@ -184,12 +195,14 @@ private:
         const auto found = std::lower_bound(
             characters_.begin(), characters_.end(), byte,
             [](const PlainCharacter& c, std::size_t b) { return c.place.byte < b; });
-        return found != characters_.end() && found->place.byte == byte ? &*found : nullptr;
+        return found != characters_.end() && found->place.byte == byte ? &*found
+                                                                       : nullptr;
     }
 
     std::string wrong_span(const Span& span, const std::string& written) const {
         const PlainCharacter *begin = at(span.begin.byte), *end = at(span.end.byte);
-        if (begin == nullptr || end == nullptr) return "a span cuts a character: " + written;
+        if (begin == nullptr || end == nullptr)
+            return "a span cuts a character: " + written;
         const auto same = [](const Place& a, const Place& b) {
             return a.byte == b.byte && a.code_point == b.code_point && a.utf16 == b.utf16;
         };
@@ -198,7 +211,8 @@ private:
         if (span.end.byte <= span.begin.byte) return "an empty span";
         if (begin->line != span.line) return "wrong line: " + written;
         if (begin->column != span.column) return "wrong column: " + written;
-        if (begin->column_utf16 != span.column_utf16) return "wrong UTF-16 column: " + written;
+        if (begin->column_utf16 != span.column_utf16)
+            return "wrong UTF-16 column: " + written;
         const std::string source =
             text_.substr(span.begin.byte, span.end.byte - span.begin.byte);
         return source == written ? "" : "not the text at the span: " + written;
@@ -209,12 +223,14 @@ private:
         std::size_t number = 0;
         for (const PlainCharacter& c : characters_) {
             if (c.place.byte == text_.size()) break;
-            while (number < tokens.size() && tokens[number].span.end.byte <= c.place.byte) {
+            while (number < tokens.size() &&
+                   tokens[number].span.end.byte <= c.place.byte) {
                 ++number;
             }
             const bool inside =
                 number < tokens.size() && tokens[number].span.begin.byte <= c.place.byte;
-            const bool dot = c.code == '.' || c.code == 0x2024 || c.code == 0x2025 || c.code == 0x2026;
+            const bool dot =
+                c.code == '.' || c.code == 0x2024 || c.code == 0x2025 || c.code == 0x2026;
             if (inside || is_plain_blank(c.code) || is_dropped(c.code) || dot) continue;
             return "a character in no token, at byte " + std::to_string(c.place.byte);
         }

@@ -23,7 +23,8 @@ TEST(Utf8, EveryCharacterIsReadAndWritten) {
 
 // Pairs of bytes, and each with some bytes behind it, as utf8proc judges them.
 TEST(Utf8, WhatIsNoUtf8CountsAsBrowsersCount) {
-    const std::string behind[] = {"", "a", "\x80", "\x80\x80", "\xbf\xbf", "\x80\xff", "\xc3"};
+    const std::string behind[] = {"",         "a",        "\x80", "\x80\x80",
+                                  "\xbf\xbf", "\x80\xff", "\xc3"};
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {
             for (const std::string& rest : behind) {
@@ -45,9 +46,15 @@ TEST(Utf8, TheFirstBadByteIsFound) {
         std::string label, text;
         std::size_t at;
     } rows[] = {
-        {"none", "e\u00f1e", std::string::npos}, {"at the start", "\xff" "a", 0},
-        {"a cut character at the end", "ab\xe2\x82", 2},  {"a surrogate", "a\xed\xa0\x80", 1},
-        {"an overlong slash", "\xc0\xaf", 0},             {"the empty text", "", std::string::npos},
+        {"none", "e\u00f1e", std::string::npos},
+        {"at the start",
+         "\xff"
+         "a",
+         0},
+        {"a cut character at the end", "ab\xe2\x82", 2},
+        {"a surrogate", "a\xed\xa0\x80", 1},
+        {"an overlong slash", "\xc0\xaf", 0},
+        {"the empty text", "", std::string::npos},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.label);

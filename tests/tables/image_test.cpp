@@ -130,7 +130,7 @@ TEST(Image, EveryPrefixAndEveryLongerFileIsNoticed) {
             if (size < MAGIC_BYTES) continue;
             EXPECT_TRUE(table.egoerak.empty()) << size << " bytes";
         }
-        for (const std::size_t more : {1, 7, 8, 64}) {
+        for (const std::size_t more : std::vector<std::size_t>{1, 7, 8, 64}) {
             EXPECT_NE(compiled_table_defect(image + std::string(more, '\0')), "") << more;
         }
     }

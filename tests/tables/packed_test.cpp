@@ -320,7 +320,8 @@ TEST(Packed, AgreesWithTheTwinAtTheEndOfTheWalk) {
     Tally tally;
     const Forms one("0\ta\t0\n0\tb:b\t1\n0\t<PIB>:<>\t1\nfinal: 1\n");
     const Forms two("0\taa:aa\t0\n0\tA:a\t1\n0\tb\t1\nfinal: 1\n");
-    for (std::size_t length = 990; length <= 1006; ++length) {
+    const std::size_t step = SANITIZED ? 4 : 1;
+    for (std::size_t length = SANITIZED ? 995 : 990; length <= 1006; length += step) {
         for (const char* end : {"", "b", "ba", "bb", "A"}) {
             const std::string token = std::string(length, 'a') + end;
             for (const Forms* forms : {&one, &two}) {

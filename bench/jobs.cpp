@@ -1,0 +1,118 @@
+// Ten fixed jobs for callgrind, which counts their instructions: lemara_jobs JOB CONFIGURATION.
+// Without a job their names are listed. bench/instructions compares the counts with those in
+// the tree. A job prints its answer, so that a count that fell for a wrong answer shows.
+#include <cstdio>
+#include <functional>
+#include <utility>
+
+#include "bench_data.h"
+#include "lemara/compiled_table.h"
+
+namespace {
+
+using lemara::bench::LEMMAS;
+using lemara::bench::RIGHT;
+using lemara::bench::Strings;
+using lemara::bench::WRONG;
+
+std::size_t times(int count, const std::function<std::size_t()>& job) {
+    std::size_t sum = 0;
+    for (int i = 0; i < count; ++i) sum += job();
+    return sum;
+}
+
+std::size_t over(const Strings& words, const std::function<std::size_t(const std::string&)>& ask) {
+    std::size_t sum = 0;
+    for (const std::string& word : words) sum += ask(word);
+    return sum;
+}
+
+std::string some_text() {
+    std::string text;
+    for (std::size_t i = 0; i < 280; ++i) {
+        text += (i % 9 == 8 ? WRONG : RIGHT)[i % RIGHT.size()] + (i % 12 == 11 ? ". " : " ");
+    }
+    return text;
+}
+
+using Job = std::size_t (*)(const Lemara&, const Taula&);
+
+const std::pair<const char*, Job> JOBS[] = {
+    {"load", [](const Lemara& engine, const Taula&) { return engine.sareak.size(); }},
+    {"compile",
+     [](const Lemara& engine, const Taula&) {
+         return lemara::compile_table(*engine.sareak.at("zenbakiak")->taula).size();
+     }},
+    {"analyse_right",
+     [](const Lemara&, const Taula& table) {
+         return times(50, [&] {
+             return over(RIGHT, [&](const std::string& w) { return table.analizatuTokena(w).size(); });
+         });
+     }},
+    {"analyse_wrong",
+     [](const Lemara&, const Taula& table) {
+         return times(200, [&] {
+             return over(WRONG, [&](const std::string& w) { return table.analizatuTokena(w).size(); });
+         });
+     }},
+    {"valid_warm",
+     [](const Lemara& engine, const Taula&) {
+         return times(500, [&] {
+             return over(RIGHT, [&](const std::string& w) { return engine.isValid(w, false); });
+         });
+     }},
+    {"proposals",
+     [](const Lemara& engine, const Taula&) {
+         return times(3, [&] {
+             return over(WRONG, [&](const std::string& w) {
+                 return engine.lortu_ezzg_proposamenak(w).size();
+             });
+         });
+     }},
+    {"paradigms",
+     [](const Lemara&, const Taula& table) {
+         return over(LEMMAS, [&](const std::string& w) {
+             return table.sortuFormak(w, "<IZE>", false, false).size();
+         });
+     }},
+    {"beginnings",
+     [](const Lemara& engine, const Taula&) {
+         return times(10, [&] {
+             return over(LEMMAS, [&](const std::string& w) {
+                 return engine.bilatuHasiera(w, false).size();
+             });
+         });
+     }},
+    {"check",
+     [](const Lemara& engine, const Taula&) {
+         return engine.getParagrafoaZuzenlex(some_text(), false).size();
+     }},
+    {"dictionary",
+     [](const Lemara& engine, const Taula&) {
+         HiztegiPertsonala dictionary;
+         for (int i = 0; i < 3000; ++i) {
+             dictionary.gehitu_sarrera(false, "h" + std::to_string(i) + "o", "<ARR>", "", "", "");
+         }
+         dictionary.gutxieneko_luzera = 3;
+         return over(RIGHT, [&](const std::string& w) {
+             return dictionary.analizatu(w, engine.sareak.at("hp")).size();
+         });
+     }},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        for (const auto& job : JOBS) std::puts(job.first);
+        return 0;
+    }
+    std::cout.setstate(std::ios::failbit);  // the engine's own messages
+    const Lemara engine(argv[2]);
+    for (const auto& [name, job] : JOBS) {
+        if (std::string(name) != argv[1]) continue;
+        std::fprintf(stderr, "%s: answer %zu\n", name, job(engine, *engine.sareak.at("eumorfo")->taula));
+        return 0;
+    }
+    return 2;
+}

@@ -1,0 +1,253 @@
+// This library, and the plain form of its tables. DATA: a configuration file, then the table of
+// the main network as text. Tasks whose names begin with "plain_" walk the graph.
+#include <cstring>
+#include <map>
+#include <memory>
+
+#include "../plain_form.h"
+#include "lemara/compiled_table.h"
+#include "peer.h"
+#include "tables/packed_walk.h"
+#include "tables/token_walk.h"
+
+namespace {
+
+using lemara::bench::PlainForm;
+using peer::Strings;
+
+std::string latin1(const std::string& text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte < 0x80) {
+            result += text[i];
+        } else if (i + 1 < text.size()) {
+            result += static_cast<char>((byte & 3) << 6 | (text[++i] & 63));
+        }
+    }
+    return result;
+}
+
+std::string utf8(const std::string& text) {
+    std::string result;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) {
+            result += c;
+        } else {
+            result += static_cast<char>(0xC0 | byte >> 6);
+            result += static_cast<char>(0x80 | (byte & 63));
+        }
+    }
+    return result;
+}
+
+std::size_t size_of(const std::vector<Analisia>& records, std::string* text) {
+    if (text != nullptr) {
+        Strings all;
+        for (const Analisia& record : records) all.push_back(utf8(record.analisia + ' ' + record.forma));
+        *text = peer::line_of(all);
+    }
+    return records.size();
+}
+
+/// Yes or no by the graph: all analyses of all networks, as records.
+bool plain_valid(std::map<std::string, PlainForm>& forms, const std::string& word) {
+    for (auto& [key, form] : forms) {
+        if (key == "hp") continue;
+        for (const Analisia& record : form.records(word)) {
+            if (record.etiketa.find("MAT") == std::string::npos) return true;
+        }
+    }
+    return false;
+}
+
+Strings plain_proposals(std::map<std::string, PlainForm>& forms, const std::string& word) {
+    Strings result;
+    const auto take = [&](const Strings& candidates, std::size_t limit) {
+        for (const std::string& candidate : candidates) {
+            if (result.size() < limit && plain_valid(forms, candidate)) result.push_back(candidate);
+        }
+    };
+    take(sortu_proposamen_hautagaiak_MAI(word.c_str()), 1000);
+    take(sortu_proposamen_hautagaiak_DISLEXIA(word.c_str()), 1000);
+    take(sortu_proposamen_hautagaiak_REP(word.c_str()), 1000);
+    if (result.empty()) take(sortu_proposamen_hautagaiak_REP2(word.c_str()), 5);
+    if (result.empty()) take(sortu_proposamen_hautagaiak_TRY(word.c_str()), 5);
+    return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const peer::Arguments arguments = peer::arguments(argc, argv);
+    const std::string& task = arguments.task;
+    Strings words;
+    for (const std::string& word : arguments.words) words.push_back(latin1(word));
+    if (task == "compile") {
+        // WORDS is any file here; DATA is a table as text and the image to be written.
+        const Taula table(arguments.data.at(0));
+        std::ofstream(arguments.data.at(1), std::ios::binary) << lemara::compile_table(table);
+        return 0;
+    }
+    if (task == "plain_load") {
+        const double start = peer::cpu_seconds();
+        const auto table = lemara::bench::plain_load(arguments.data.at(1));
+        return peer::measure(arguments, peer::cpu_seconds() - start, {},
+                             [](const std::string&, std::string*) { return std::size_t{0}; });
+    }
+
+    std::cout.setstate(std::ios::failbit);  // the engine's own messages
+    const double start = peer::cpu_seconds();
+    auto engine = std::make_unique<Lemara>(arguments.data.at(0));
+    const double load = peer::cpu_seconds() - start;
+    if (task == "load") {
+        return peer::measure(arguments, load, {},
+                             [](const std::string&, std::string*) { return std::size_t{0}; });
+    }
+
+    std::unique_ptr<Taula> text;
+    std::map<std::string, PlainForm> forms;
+    std::vector<std::unique_ptr<Taula>> tables;
+    if (task.compare(0, 6, "plain_") == 0) {
+        const std::string folder = arguments.data.at(1).substr(0, arguments.data.at(1).rfind('/') + 1);
+        for (const auto& [key, network] : engine->sareak) {
+            tables.push_back(lemara::bench::plain_load(folder + key + ".sare"));
+            tables.back()->hiztegia = key;
+            forms.emplace(key, PlainForm(*tables.back()));
+        }
+    }
+    const Sarea& main_network = *engine->sareak.at("eumorfo");
+    const Taula& table = *main_network.taula;
+    const auto measure = [&](const peer::Ask& ask) {
+        return peer::measure(arguments, load, words, ask);
+    };
+    const auto strings_of = [](Strings found) {
+        for (std::string& word : found) word = utf8(word);
+        return peer::line_of(std::move(found));
+    };
+
+    if (task == "strings") {
+        const lemara::PackedView& view = lemara::packed_form(table);
+        return measure([&](const std::string& word, std::string* answer) {
+            std::size_t sum = 0;
+            Strings found;
+            const std::string lowered = tolowercase(word);
+            lemara::PackedAnalysis walk(view, word, lowered);
+            walk.run(0, [&](std::string_view analysis) {
+                sum += analysis.size();
+                if (answer != nullptr) found.emplace_back(analysis);
+                return true;
+            });
+            if (answer != nullptr) *answer = strings_of(std::move(found));
+            return sum;
+        });
+    }
+    if (task == "plain_strings") {
+        PlainForm& form = forms.at("eumorfo");
+        return measure([&](const std::string& word, std::string* answer) {
+            std::size_t sum = 0;
+            Strings found;
+            form.analyse(word, [&](const std::string& analysis) {
+                sum += analysis.size();
+                if (answer != nullptr) found.push_back(analysis);
+            });
+            if (answer != nullptr) *answer = strings_of(std::move(found));
+            return sum;
+        });
+    }
+    if (task == "records") {
+        return measure([&](const std::string& word, std::string* answer) {
+            return size_of(table.analizatuTokena(word), answer);
+        });
+    }
+    if (task == "plain_records") {
+        PlainForm& form = forms.at("eumorfo");
+        return measure([&](const std::string& word, std::string* answer) {
+            return size_of(form.records(word), answer);
+        });
+    }
+    const auto yes_or_no = [&](bool valid, std::string* answer) {
+        if (answer != nullptr) *answer = valid ? "yes" : "no";
+        return std::size_t{valid};
+    };
+    if (task == "valid") {
+        return measure([&](const std::string& word, std::string* answer) {
+            return yes_or_no(engine->isValid(word, false), answer);
+        });
+    }
+    if (task == "valid_cold") {
+        // A new engine for each pass; loading it is not in the time.
+        return peer::measure(
+            arguments, load, words,
+            [&](const std::string& word, std::string* answer) {
+                return yes_or_no(engine->isValid(word, false), answer);
+            },
+            [&] { engine = std::make_unique<Lemara>(arguments.data.at(0)); });
+    }
+    if (task == "plain_valid") {
+        return measure([&](const std::string& word, std::string* answer) {
+            return yes_or_no(plain_valid(forms, word), answer);
+        });
+    }
+    if (task == "proposals") {
+        return measure([&](const std::string& word, std::string* answer) {
+            const Strings found = engine->lortu_ezzg_proposamenak(word);
+            if (answer != nullptr) *answer = strings_of(found);
+            return found.size();
+        });
+    }
+    if (task == "plain_proposals") {
+        return measure([&](const std::string& word, std::string* answer) {
+            const Strings found = plain_proposals(forms, word);
+            if (answer != nullptr) *answer = strings_of(found);
+            return found.size();
+        });
+    }
+    if (task == "paradigms" || task == "beginnings") {
+        const bool stop = task == "beginnings";
+        return measure([&](const std::string& word, std::string* answer) {
+            return size_of(stop ? engine->bilatuHasiera(word, false)
+                                : table.sortuFormak(word, "", false, false),
+                           answer);
+        });
+    }
+    if (task == "plain_paradigms" || task == "plain_beginnings") {
+        PlainForm& form = forms.at("eumorfo");
+        const bool stop = task == "plain_beginnings";
+        return measure([&](const std::string& word, std::string* answer) {
+            std::vector<Analisia> found;
+            form.generate(word, stop, [&](const std::string& upper, std::string lower) {
+                aldatuMaiuskulakLow(upper.c_str(), lower.data());
+                found.emplace_back(upper, table.hiztegia);
+                found.back().forma = lower;
+            });
+            return size_of(found, answer);
+        });
+    }
+    if (task == "expand") {
+        // All single-word forms of each lemma in WORDS, to standard output.
+        std::cout.clear();
+        for (const std::string& lemma : words) {
+            for (const char* tag : {"<IZE>", "<ADJ>", "<ADI>", "<ADB>"}) {
+                for (const Analisia& form : table.sortuFormak(lemma, tag, false, false)) {
+                    if (form.forma.find_first_of(" -") == std::string::npos) {
+                        std::cout << utf8(form.forma) << '\n';
+                    }
+                }
+            }
+        }
+        return 0;
+    }
+    if (task == "lemmas") {
+        std::cout.clear();
+        for (const std::string& begin : words) {
+            for (const Analisia& entry : engine->bilatuHasiera(begin, false)) {
+                std::cout << utf8(entry.lema) << '\n';
+            }
+        }
+        return 0;
+    }
+    std::cerr << "no such task: " << task << '\n';
+    return 2;
+}
