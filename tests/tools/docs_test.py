@@ -2,7 +2,7 @@
 """Runs the examples of the documentation: docs_test.py PATH-OF-LEMARA FILE...
 
 An example is an indented block that begins with "$ COMMAND"; what follows in the block is the
-output of COMMAND, up to blank lines at the end. The tables are those that come with the command.
+output of COMMAND; empty lines at its end don't count. The tables are those that come with the command.
 """
 import os
 import subprocess
@@ -23,10 +23,12 @@ def examples_in(path):
         if not line.startswith(MARK):
             continue
         start, shown = number, []
-        while number < len(lines) and lines[number].startswith("    ") and \
-                not lines[number].startswith(MARK):
+        while number < len(lines) and not lines[number].startswith(MARK) and \
+                (lines[number].startswith("    ") or not lines[number]):
             shown.append(lines[number][4:])
             number += 1
+        while shown and not shown[-1]:
+            shown.pop()
         found.append((start, line[len(MARK):], "\n".join(shown)))
     return found
 
