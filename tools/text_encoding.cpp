@@ -1,35 +1,10 @@
 #include "text_encoding.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace lemara::tools {
 
 namespace {
-
-unsigned byte_at(std::string_view text, std::size_t at) {
-    return static_cast<unsigned char>(text[at]);
-}
-
-/// Bytes of the valid character at `at`, 0 if there is none.
-std::size_t valid_length(std::string_view text, std::size_t at) {
-    const unsigned lead = byte_at(text, at);
-    if (lead < 0x80) return 1;
-    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
-                               : lead >= 0xE0 && lead <= 0xEF ? 3
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                              : 0;
-    if (length == 0 || text.size() - at < length) return 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte_at(text, at + i) & 0xC0) != 0x80) return 0;
-    }
-    const unsigned second = byte_at(text, at + 1);
-    if (lead == 0xE0 && second < 0xA0) return 0;  // overlong
-    if (lead == 0xED && second > 0x9F) return 0;  // a surrogate
-    if (lead == 0xF0 && second < 0x90) return 0;  // overlong
-    if (lead == 0xF4 && second > 0x8F) return 0;  // above U+10FFFF
-    return length;
-}
 
 struct Fold {
     char32_t character;
@@ -91,87 +66,14 @@ bool compose(std::string& latin1, char32_t accent) {
 
 }  // namespace
 
-std::size_t find_invalid_utf8(std::string_view text) {
-    std::size_t at = 0;
-    while (at < text.size()) {
-        const std::size_t length = valid_length(text, at);
-        if (length == 0) return at;
-        at += length;
-    }
-    return std::string_view::npos;
-}
-
 std::size_t length_of_invalid(std::string_view text) {
-    const unsigned lead = byte_at(text, 0);
-    const std::size_t wanted = lead >= 0xE0 && lead <= 0xEF   ? 3
-                               : lead >= 0xF0 && lead <= 0xF4 ? 4
-                                                              : 1;
-    std::size_t length = 1;
-    while (length + 1 < wanted && length < text.size()) {
-        const unsigned byte = byte_at(text, length);
-        const bool overlong = (lead == 0xE0 && byte < 0xA0) || (lead == 0xF0 && byte < 0x90);
-        const bool beyond = (lead == 0xED && byte > 0x9F) || (lead == 0xF4 && byte > 0x8F);
-        if ((byte & 0xC0) != 0x80 || (length == 1 && (overlong || beyond))) break;
-        ++length;
-    }
-    return length;
+    return host::character_at(text, 0).length;
 }
 
 char32_t next_character(std::string_view text, std::size_t& at) {
-    const unsigned lead = byte_at(text, at++);
-    if (lead < 0x80) return lead;
-    const int more = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    char32_t character = lead & (0x3Fu >> more);
-    for (int i = 0; i < more && at < text.size(); ++i) {
-        character = character << 6 | (byte_at(text, at++) & 0x3Fu);
-    }
-    return character;
-}
-
-void append_utf8(std::string& text, char32_t character) {
-    const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
-    if (character < 0x80) {
-        put(character);
-    } else if (character < 0x800) {
-        put(0xC0 | character >> 6);
-        put(0x80 | (character & 0x3F));
-    } else if (character < 0x10000) {
-        put(0xE0 | character >> 12);
-        put(0x80 | (character >> 6 & 0x3F));
-        put(0x80 | (character & 0x3F));
-    } else {
-        put(0xF0 | character >> 18);
-        put(0x80 | (character >> 12 & 0x3F));
-        put(0x80 | (character >> 6 & 0x3F));
-        put(0x80 | (character & 0x3F));
-    }
-}
-
-std::string utf8_from_latin1(std::string_view latin1) {
-    std::string result;
-    result.reserve(latin1.size() + latin1.size() / 8);
-    for (const char c : latin1) append_utf8(result, static_cast<unsigned char>(c));
-    return result;
-}
-
-std::string printable(std::string_view text) {
-    std::string result;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = valid_length(text, at);
-        std::size_t behind = at;
-        const char32_t character = length > 0 ? next_character(text, behind) : 0;
-        if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
-            for (std::size_t i = 0; i < std::max<std::size_t>(length, 1); ++i) {
-                char escape[8];
-                std::snprintf(escape, sizeof escape, "\\x%02X", byte_at(text, at + i));
-                result += escape;
-            }
-        } else {
-            result += text.substr(at, length);
-        }
-        at += std::max<std::size_t>(length, 1);
-    }
-    return result;
+    const host::Character character = host::character_at(text, at);
+    at += character.length;
+    return character.code;
 }
 
 bool latin1_exactly(std::string_view utf8, std::string& latin1, char32_t& missing) {

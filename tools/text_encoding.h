@@ -7,11 +7,14 @@
 #include <string>
 #include <string_view>
 
+#include "lemara/utf8.h"
+
 namespace lemara::tools {
 
-/// The first byte of `text` that no valid UTF-8 has there (overlong forms, surrogates and
-/// numbers above U+10FFFF are not valid), or npos if all of `text` is valid.
-std::size_t find_invalid_utf8(std::string_view text);
+using host::append_utf8;
+using host::find_invalid_utf8;
+using host::printable;
+using host::utf8_from_latin1;
 
 /// Bytes of what is no UTF-8 at the start of `text`: the longest piece that begins like a
 /// character, as browsers and the checker count it.
@@ -19,16 +22,6 @@ std::size_t length_of_invalid(std::string_view text);
 
 /// The character at byte `at` of valid UTF-8; moves `at` behind it.
 char32_t next_character(std::string_view text, std::size_t& at);
-
-/// Appends a character as UTF-8.
-void append_utf8(std::string& text, char32_t character);
-
-/// Latin-1 as UTF-8.
-std::string utf8_from_latin1(std::string_view latin1);
-
-/// Any bytes as UTF-8 that a terminal shows: control characters and bytes that are not
-/// UTF-8 stand as \\x1F.
-std::string printable(std::string_view text);
 
 /// Valid UTF-8 as Latin-1, letter for letter; a character that Latin-1 lacks ends the
 /// conversion with false and is in `missing`.

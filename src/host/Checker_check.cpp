@@ -13,7 +13,7 @@
 #include "host/characters.h"
 #include "host/inside.h"
 #include "host/ruler.h"
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 #include "output/write.h"
 #include "text/sentence_analysis.h"
 

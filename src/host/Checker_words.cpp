@@ -8,7 +8,7 @@
 #include "analysis/messages.h"
 #include "host/characters.h"
 #include "host/inside.h"
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 #include "karaktereak.h"
 
 namespace lemara {

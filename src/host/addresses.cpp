@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "host/characters.h"
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 
 namespace lemara::host {
 

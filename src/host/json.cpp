@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 
 namespace lemara {
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "host/files.h"
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 
 namespace lemara::host {
 

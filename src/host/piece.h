@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 #include "lemara/checker.h"
 
 namespace lemara::host {

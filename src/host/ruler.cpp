@@ -1,6 +1,6 @@
 #include "host/ruler.h"
 
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 
 namespace lemara::host {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "host/files.h"
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 #include "lemara/compiled_table.h"
 #include "tables/load.h"
 

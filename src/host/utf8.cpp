@@ -1,4 +1,5 @@
-#include "host/utf8.h"
+// Tests: tests/host/utf8_test.cpp, tests/tools/text_encoding_test.cpp.
+#include "lemara/utf8.h"
 
 #include <cstdio>
 

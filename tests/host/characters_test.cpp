@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 
 namespace lemara::host {
 namespace {

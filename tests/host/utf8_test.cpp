@@ -1,4 +1,4 @@
-#include "host/utf8.h"
+#include "lemara/utf8.h"
 
 #include <gtest/gtest.h>
 

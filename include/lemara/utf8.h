@@ -1,9 +1,11 @@
-// UTF-8 and Latin-1. Tests: tests/host/utf8_test.cpp.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+/// \file
+/// UTF-8 and Latin-1: the one place where the checker and the tools take characters apart.
 
 namespace lemara::host {
 
@@ -18,16 +20,19 @@ struct Character {
 };
 
 /// The character at byte `at` of `text`, which must not be its end.
-Character character_at(std::string_view text, std::size_t at);
+[[gnu::visibility("default")]] Character character_at(std::string_view text, std::size_t at);
 
 /// The first byte that is no UTF-8; npos if there is none.
-std::size_t find_invalid_utf8(std::string_view text);
+[[gnu::visibility("default")]] std::size_t find_invalid_utf8(std::string_view text);
 
-void append_utf8(std::string& text, char32_t character);
-std::string utf8_from_latin1(std::string_view latin1);
+/// Appends a character as UTF-8.
+[[gnu::visibility("default")]] void append_utf8(std::string& text, char32_t character);
+
+/// Latin-1 as UTF-8.
+[[gnu::visibility("default")]] std::string utf8_from_latin1(std::string_view latin1);
 
 /// Any bytes as UTF-8 for a message: control characters and what is no UTF-8 stand as
 /// \\x1F.
-std::string printable(std::string_view text);
+[[gnu::visibility("default")]] std::string printable(std::string_view text);
 
 }  // namespace lemara::host
