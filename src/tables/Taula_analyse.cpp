@@ -8,8 +8,8 @@
 
 #include "Taula.h"
 #include "karaktereak.h"
-#include "tables/acceptor.h"
 #include "tables/forms.h"
+#include "tables/lazy_transducer.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
 
@@ -58,32 +58,34 @@ bool replaces_itself(const Analisia& record, const std::string& token) {
     return !start.empty() && (start == record.erabili || start == record.hobe);
 }
 
+/// Walks a token as typed from the first state on. Answers how far the walk came.
+template <class Visit>
+std::size_t walk_token(const Taula& table, const std::string& token, Visit visit) {
+    const std::string lowered = tolowercase(std::string(up_to_nul(token).substr(0, WALK_LIMIT)));
+    PackedAnalysis walk(packed_form(table), token.c_str(), lowered);
+    walk.run(0, visit);
+    return walk.reach();
+}
+
 }  // namespace
 
 TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
-    const std::string lowered = tolowercase(std::string(up_to_nul(token).substr(0, WALK_LIMIT)));
     const int maiuskula = case_class(token);
     TokenAnalyses result;
-    PackedAnalysis walk(packed_form(table), token.c_str(), lowered);
-    walk.run(0, [&](std::string_view text) {
+    const auto take = [&](std::string_view text) {
         Analisia record(std::string(text), table.hiztegia);
         record.maiuskula = maiuskula;
         if (!replaces_itself(record, token)) result.records.push_back(std::move(record));
         return true;
-    });
-    result.reach = walk.reach();
+    };
+    if (!lazy_form(table).spell(token.c_str(), result.reach, take)) {
+        result.reach = walk_token(table, token, take);
+    }
     return result;
 }
 
 bool has_word(const Taula& table, const std::string& token) {
-    const std::string_view text = up_to_nul(token).substr(0, WALK_LIMIT);
-    Acceptor& acceptor = acceptor_of(table);
-    Acceptor::Node node = acceptor.start();
-    for (const char c : text) {
-        node = acceptor.next(node, orbi_tolower(static_cast<unsigned char>(c)));
-        if (node <= Acceptor::DEAD) break;
-    }
-    switch (acceptor.answer(node, !text.empty() && orbi_islower(text[0]))) {
+    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT))) {
         case Answer::no: return false;
         case Answer::yes: return true;
         default: return walk_finds_word(table, token);
@@ -91,10 +93,8 @@ bool has_word(const Taula& table, const std::string& token) {
 }
 
 bool walk_finds_word(const Taula& table, const std::string& token) {
-    const std::string lowered = tolowercase(std::string(up_to_nul(token).substr(0, WALK_LIMIT)));
     bool found = false;
-    PackedAnalysis walk(packed_form(table), token.c_str(), lowered);
-    walk.run(0, [&](std::string_view text) {
+    walk_token(table, token, [&](std::string_view text) {
         // Bracket groups and "MAT" are rare; only then the record is looked at as a whole.
         if (contains(text, "[") || contains(text, "MAT")) {
             const Analisia record(std::string(text), "");

@@ -11,11 +11,11 @@
 namespace lemara {
 
 struct PackedView;
-class Acceptor;
+class LazyTransducer;
 
-/// The packed form of a table, and the acceptor over it.
+/// The packed form of a table, and its lower side made deterministic.
 const PackedView& packed_form(const Taula& table);
-Acceptor& acceptor_of(const Taula& table);
+LazyTransducer& lazy_form(const Taula& table);
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then owns.
 struct Graph {
@@ -32,7 +32,7 @@ Graph graph_of(const Taula& table);
 struct TokenAnalyses {
     std::vector<Analisia> records;
 
-    /// Bytes of the token that some path has read. A text that the token begins with, and
+    /// Bytes of the token that some path has read, or more. A text that the token begins with, and
     /// that is longer than this, has no analysis in the table.
     std::size_t reach = 0;
 };
@@ -41,7 +41,7 @@ struct TokenAnalyses {
 TokenAnalyses analyse_token(const Taula& table, const std::string& token);
 
 /// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records, and
-/// asks the acceptor before it walks.
+/// walks only if the lazy form can't tell.
 bool has_word(const Taula& table, const std::string& token);
 
 /// The same by a walk alone.
