@@ -4,6 +4,8 @@
 #include <cstring>
 #include <limits>
 
+#include "analysis/text_pieces.h"
+
 namespace {
 
 bool is_small(char c) { return c >= 'a' && c <= 'z'; }
@@ -37,11 +39,7 @@ unsigned char orbi_toupper(unsigned char c) {
     return small ? static_cast<unsigned char>(c - 32) : c;
 }
 
-unsigned char orbi_tolower(unsigned char c) {
-    // Kept on purpose: the block goes as a whole, so the sign 215 turns into the sign 247.
-    const bool capital = (c >= 65 && c <= 90) || (c >= 192 && c <= 221);
-    return capital ? static_cast<unsigned char>(c + 32) : c;
-}
+unsigned char orbi_tolower(unsigned char c) { return lemara::lowered(c); }
 
 std::string tolowercase(std::string s) {
     for (char& c : s) {

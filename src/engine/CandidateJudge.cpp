@@ -62,7 +62,7 @@ bool CandidateJudge::is_valid(const std::string& base, const Edit& edit) const {
     for (const Network& network : networks_) {
         const Answer answer = ask(network, edit, small);
         if (answer == Answer::yes) return true;
-        if (answer == Answer::ask_the_walk) unsure = true;
+        if (answer != Answer::no) unsure = true;
     }
     return unsure && engine_.isValid(applied(base, edit), false);
 }

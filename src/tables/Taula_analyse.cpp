@@ -1,5 +1,6 @@
 // Analysis: a token against the lower side of the table. The walk itself is in packed_walk.h.
 // Tests: tests/tables/Taula_analyse_test.cpp.
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -67,6 +68,36 @@ std::size_t walk_token(const Taula& table, const std::string& token, Visit visit
     return walk.reach();
 }
 
+/// The same, by the steps that were made before if there are any.
+template <class Visit>
+std::size_t analyse(const Taula& table, const std::string& token, Visit visit) {
+    std::size_t reach = 0;
+    if (lazy_form(table).spell(token.c_str(), reach, visit)) return reach;
+    return walk_token(table, token, visit);
+}
+
+/// Looks among the analyses of a token for one that makes it a word. A visitor.
+class WordFinder {
+public:
+    explicit WordFinder(const std::string& token) : token_(token) {}
+
+    bool operator()(std::string_view text) {
+        // Bracket groups and "MAT" are rare; only then the record is looked at as a whole.
+        if (contains(text, "[") || contains(text, "MAT")) {
+            const Analisia record(std::string(text), "");
+            found = !replaces_itself(record, token_) && !contains(record.etiketa, "MAT");
+        } else {
+            found = true;
+        }
+        return !found;
+    }
+
+    bool found = false;
+
+private:
+    const std::string& token_;
+};
+
 }  // namespace
 
 TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
@@ -78,9 +109,7 @@ TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
         if (!replaces_itself(record, token)) result.records.push_back(std::move(record));
         return true;
     };
-    if (!lazy_form(table).spell(token.c_str(), result.reach, take)) {
-        result.reach = walk_token(table, token, take);
-    }
+    result.reach = analyse(table, token, take);
     return result;
 }
 
@@ -88,23 +117,18 @@ bool has_word(const Taula& table, const std::string& token) {
     switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT))) {
         case Answer::no: return false;
         case Answer::yes: return true;
-        default: return walk_finds_word(table, token);
+        case Answer::ask_the_walk: return walk_finds_word(table, token);
+        case Answer::ask_the_texts: break;
     }
+    WordFinder finder(token);
+    analyse(table, token, std::ref(finder));
+    return finder.found;
 }
 
 bool walk_finds_word(const Taula& table, const std::string& token) {
-    bool found = false;
-    walk_token(table, token, [&](std::string_view text) {
-        // Bracket groups and "MAT" are rare; only then the record is looked at as a whole.
-        if (contains(text, "[") || contains(text, "MAT")) {
-            const Analisia record(std::string(text), "");
-            found = !replaces_itself(record, token) && !contains(record.etiketa, "MAT");
-        } else {
-            found = true;
-        }
-        return !found;
-    });
-    return found;
+    WordFinder finder(token);
+    walk_token(table, token, std::ref(finder));
+    return finder.found;
 }
 
 }  // namespace lemara

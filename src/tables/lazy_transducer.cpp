@@ -8,6 +8,7 @@ namespace lemara {
 namespace {
 
 constexpr int DEEPEST_EMPTY = 64;          // arcs with an empty lower symbol in a row
+constexpr int DEEPEST_REST = 512;           // arcs of a path in the rest of a word
 constexpr std::size_t MOST_ARCS = 1 << 14;  // looked at for one step
 
 using Traits = LazyTransducer;
@@ -85,13 +86,98 @@ std::uint64_t hash_of(const std::vector<std::uint64_t>& places) {
 
 }  // namespace
 
+/// Searches the rest of a word from the places of a node on, and keeps nothing of it.
+class LazyTransducer::Finisher {
+public:
+    /// `small`: the word was typed with "a" to "z" in front.
+    Finisher(const LazyTransducer& owner, std::string_view rest, bool small)
+        : table_(owner.table_), traits_(owner.label_traits_), rest_(rest), small_(small) {}
+
+    Answer run(const Place* places, std::size_t count) {
+        for (std::size_t i = 0; i < count && !done_; ++i) {
+            const Place place = places[i];
+            if (is_end(place)) continue;  // there is a rest
+            if (is_arc(place)) {
+                const auto& arc = *reinterpret_cast<const PackedArc*>(
+                    table_.states + 4 * std::size_t{where(place)});
+                read(arc, read_of(place), 0, path_of(place), 0);
+            } else {
+                enter(static_cast<StateRef>(where(place)), 0, path_of(place), 0);
+            }
+        }
+        if (failed_) return Answer::ask_the_walk;
+        if (done_) return Answer::yes;
+        return odd_ ? Answer::ask_the_texts : Answer::no;
+    }
+
+private:
+    std::uint16_t wanted_at(std::size_t at) const {
+        return at < rest_.size() ? table_.bit_of(static_cast<std::uint8_t>(rest_[at]))
+                                 : PackedView::END_BIT;
+    }
+
+    void enter(StateRef ref, std::size_t at, std::uint8_t path, int depth) {
+        const PackedState state = table_.state(ref);
+        const std::uint8_t byte =
+            at < rest_.size() ? static_cast<std::uint8_t>(rest_[at]) : std::uint8_t{0};
+        for (std::uint32_t base = 0; base < state.count && !done_; base += 64) {
+            const std::uint32_t count = std::min<std::uint32_t>(state.count - base, 64);
+            std::uint64_t bits = matching_arcs(state.first + base, count, byte);
+            for (; bits != 0 && !done_; bits &= bits - 1) {
+                read(state.arcs[base + static_cast<std::uint32_t>(__builtin_ctzll(bits))], 0, at,
+                     path, depth);
+            }
+        }
+    }
+
+    /// Reads what is left of an arc's lower symbol, and goes on behind it.
+    void read(const PackedArc& arc, std::size_t from, std::size_t at, std::uint8_t path,
+              int depth) {
+        if (++arcs_ > MOST_ARCS || depth == DEEPEST_REST) {
+            failed_ = done_ = true;
+            return;
+        }
+        const std::uint32_t label = table_.label_of(arc);
+        const std::string_view lower = table_.lower(label).substr(from);
+        if (rest_.compare(at, lower.size(), lower) != 0) return;
+        at += lower.size();
+        if ((arc.follows & wanted_at(at)) == 0) return;
+        path = with_label(path, traits_[label]);
+        if (arc.target >= 0) return enter(arc.target, at, path, depth + 1);
+        if (at < rest_.size()) return;
+        if ((path & ODD) != 0) {
+            odd_ = true;
+        } else if (!small_ || (path & (CAPITAL | NAME)) == 0) {
+            done_ = true;
+        }
+    }
+
+    const PackedView& table_;
+    const std::vector<std::uint8_t>& traits_;
+    const std::string_view rest_;
+    const bool small_;
+    std::size_t arcs_ = 0;
+    bool odd_ = false;
+    bool done_ = false;    // a word was found
+    bool failed_ = false;  // or a bound was passed
+};
+
 /// Takes the paths of a node one byte further, in the order of the walk, or to their ends.
 class LazyTransducer::Builder {
 public:
     explicit Builder(LazyTransducer& owner) : owner_(owner), table_(owner.table_) {}
 
+    /// Forgets what it built before.
+    void clear() {
+        places.clear();
+        pieces.clear();
+        failed = false;
+        arcs_ = 0;
+    }
+
     /// All paths of `node` that read `byte`.
     void step(Node node, std::uint8_t byte) {
+        clear();
         byte_ = byte;
         wanted_ = table_.bit_of(byte);
         for_each_place(node, [&](Place place) {
@@ -106,6 +192,7 @@ public:
 
     /// The ends of all paths in `places`.
     void ends_of(const std::vector<Place>& from) {
+        clear();
         wanted_ = PackedView::END_BIT;
         byte_ = 0;
         for (from_ = 0; from_ < from.size(); ++from_) {
@@ -164,9 +251,12 @@ private:
             return;
         }
         const std::size_t written = text_.size();
-        text_ += table_.upper(label);
+        const std::string_view upper = table_.upper(label), only = only_;
+        text_ += upper;
+        if (!upper.empty()) only_ = written == 0 ? upper : std::string_view();
         enter(arc.target, behind, depth + 1);
         text_.resize(written);
+        only_ = only;
     }
 
     void read_on(const PackedArc& arc, std::uint32_t read, std::uint8_t path) {
@@ -190,11 +280,12 @@ private:
             return;
         }
         const char* end = last.data() + last.size();
-        if (!text_.empty() || last.empty()) {
-            const std::size_t written = text_.size();
-            text_ += last;
-            end = owner_.end_of(text_);
-            text_.resize(written);
+        if (!text_.empty()) {
+            const bool is_symbol = last.empty() && !only_.empty();
+            end = is_symbol ? only_.data() + only_.size() : owner_.end_of(text_, last);
+            failed = failed || end == nullptr;
+        } else if (last.empty()) {
+            end = table_.pool;  // any place
         }
         places.push_back(place);
         pieces.push_back({end, static_cast<std::uint16_t>(size),
@@ -217,6 +308,7 @@ private:
     std::size_t from_ = 0;      // the path that is being taken on
     std::size_t arcs_ = 0;
     std::string text_;          // what empty arcs wrote on the way
+    std::string_view only_;     // the one symbol that it is, if it is one
 };
 
 LazyTransducer::Slots::Slots(std::size_t size)
@@ -227,17 +319,30 @@ LazyTransducer::Slots::Slots(std::size_t size)
     for (std::size_t bits = size; bits > 1; bits /= 2) --shift;
 }
 
+LazyTransducer::Jumps::Jumps(std::size_t size) : mask(size - 1), slots(new Slot[size]()) {}
+
+void LazyTransducer::Jumps::put(Node from, std::uint64_t bytes, Node to) const {
+    Slot& slot = slots[find(from, bytes).slot];
+    slot.bytes.store(bytes, std::memory_order_relaxed);
+    slot.nodes.store(static_cast<std::uint64_t>(from) << 32 | static_cast<std::uint32_t>(to),
+                     std::memory_order_release);
+}
+
 LazyTransducer::LazyTransducer(const PackedView& table) : table_(table) {}
+LazyTransducer::~LazyTransducer() = default;
 
 void LazyTransducer::prepare() {
     for (std::uint32_t label = 0; label < table_.label_count; ++label) {
         label_traits_.push_back(traits_of(table_.upper(label)));
         for (const char c : table_.lower(label)) reads_[static_cast<std::uint8_t>(c)] = true;
     }
+    step_ = std::make_unique<Builder>(*this);
+    ends_of_step_ = std::make_unique<Builder>(*this);
     ends_.resize(MOST_NODES / NODES_OF_CHUNK);
     places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
     nodes_.assign(1 << 8, UNKNOWN);
     grow(FIRST_SLOTS);
+    grow_jumps(FIRST_SLOTS);
 }
 
 LazyTransducer::Node LazyTransducer::make_start() {
@@ -248,37 +353,35 @@ LazyTransducer::Node LazyTransducer::make_start() {
     // path would be followed to what it adds to the upper text, so the walk is asked.
     if ((table_.cycles & EMPTY_CYCLES) == 0) {
         prepare();
-        Builder first(*this);
-        if (table_.state_count > 0) first.places.push_back(in_state(0, NOTHING_WRITTEN));
-        node = node_of(first);
+        if (table_.state_count > 0) step_->places.push_back(in_state(0, NOTHING_WRITTEN));
+        node = node_of(*step_);
     }
     start_.store(node, std::memory_order_release);
     return node;
 }
 
-LazyTransducer::Node LazyTransducer::read(std::string_view word, const Piece** ways,
-                                          std::size_t* reach) {
-    Node node = start();
-    if (reach != nullptr) *reach = word.size();
-    if (node <= DEAD) return node;
+LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, const Piece** ways) {
+    if (stop.node <= DEAD) return stop.node;
     const Slots* slots = slots_.load(std::memory_order_acquire);
     bool insist = false;
-    for (std::size_t at = 0; at < word.size(); ++at) {
-        const std::uint8_t byte = orbi_tolower(static_cast<unsigned char>(word[at]));
-        Slots::Found step = slots->find(key_of(node, byte));
+    for (; stop.at < text.size(); ++stop.at) {
+        const std::uint8_t byte = lowered(static_cast<std::uint8_t>(text[stop.at]));
+        const std::uint32_t key = key_of(stop.node, byte);
+        Slots::Found step = slots->find(key);
         if ((step.next & NUMBER) == 0) {
-            step.next = ask_again(node, byte, insist);
+            step.next = ask_again(stop.node, byte, insist);
             if (step.next > DEAD) {
                 slots = slots_.load(std::memory_order_acquire);
-                step = slots->find(key_of(node, byte));
+                step = slots->find(key);
             }
         }
-        if (step.next == DEAD && reach != nullptr) *reach = at;
         if (step.next <= DEAD) return step.next;
-        if (ways != nullptr) ways[at] = slots->ways[step.slot].load(std::memory_order_relaxed);
-        node = step.next;
+        if (ways != nullptr) {
+            ways[stop.at] = slots->ways[step.slot].load(std::memory_order_relaxed);
+        }
+        stop.node = step.next;
     }
-    return node;
+    return stop.node;
 }
 
 /// A step that `read` did not find. Nobody waits here: while another thread makes steps, the
@@ -305,8 +408,44 @@ LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
     return has_room() ? build(node, byte) : TOO_MANY;
 }
 
+/// The node behind some bytes of a word, once the steps to it have been made.
+LazyTransducer::Node LazyTransducer::make_jump(Stop& stop, std::string_view part,
+                                               std::uint64_t bytes) {
+    const Node node = stop.node;
+    const Node next = read(stop, part, nullptr);
+    if (next < 0) return next;
+    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
+    if (!lock) return next;
+    const std::size_t size = all_jumps_.back()->mask + 1;
+    if (2 * jumps_used_ >= size) {
+        if (size == MOST_SLOTS) return next;
+        grow_jumps(2 * size);
+    }
+    const Jumps& jumps = *all_jumps_.back();
+    if (jumps.find(node, bytes).next == UNKNOWN) {
+        jumps.put(node, bytes, next);
+        ++jumps_used_;
+    }
+    return next;
+}
+
+/// The answer for a word that has been read up to `node`, where the steps end.
+Answer LazyTransducer::finish(Node node, std::string_view rest, bool small) {
+    char lower[LONGEST_SPELT];
+    if (rest.size() > sizeof lower) return Answer::ask_the_walk;
+    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
+    if (!lock) return Answer::ask_the_walk;
+    std::transform(rest.begin(), rest.end(), lower, [](char c) {
+        return static_cast<char>(lowered(static_cast<std::uint8_t>(c)));
+    });
+    const auto number = static_cast<std::size_t>(node & NUMBER);
+    const std::size_t begin = places_begin_[number];
+    return Finisher(*this, {lower, rest.size()}, small)
+        .run(places_.data() + begin, places_begin_[number + 1] - begin);
+}
+
 LazyTransducer::Node LazyTransducer::build(Node node, std::uint8_t byte) {
-    Builder built(*this);
+    Builder& built = *step_;
     built.step(node, byte);
     const Piece* ways = built.failed ? nullptr : keep(built.pieces);
     Node next = TOO_MANY;
@@ -327,7 +466,7 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
     }
     const std::size_t number = places_begin_.size() - 1;
     if (number >= MOST_NODES || places_.size() + built.places.size() > MOST_PLACES) return TOO_MANY;
-    Builder ends(*this);
+    Builder& ends = *ends_of_step_;
     ends.ends_of(built.places);
     const Piece* kept = ends.failed ? nullptr : keep(ends.pieces);
     if (ends.failed || (kept == nullptr && !ends.pieces.empty())) return TOO_MANY;
@@ -390,6 +529,22 @@ void LazyTransducer::grow(std::size_t size) {
     slots_.store(all_slots_.back().get(), std::memory_order_release);
 }
 
+void LazyTransducer::grow_jumps(std::size_t size) {
+    auto larger = std::make_unique<Jumps>(size);
+    if (!all_jumps_.empty()) {
+        const Jumps& old = *all_jumps_.back();
+        for (std::size_t i = 0; i <= old.mask; ++i) {
+            const std::uint64_t nodes = old.slots[i].nodes.load(std::memory_order_relaxed);
+            if (nodes == 0) continue;
+            larger->put(static_cast<Node>(nodes >> 32),
+                        old.slots[i].bytes.load(std::memory_order_relaxed),
+                        static_cast<Node>(static_cast<std::uint32_t>(nodes)));
+        }
+    }
+    all_jumps_.push_back(std::move(larger));
+    jumps_.store(all_jumps_.back().get(), std::memory_order_release);
+}
+
 void LazyTransducer::set(std::uint32_t key, Node next, const Piece* ways) {
     const Slots& slots = *all_slots_.back();
     const Slots::Found found = slots.find(key);
@@ -413,12 +568,20 @@ const LazyTransducer::Piece* LazyTransducer::keep(const std::vector<Piece>& piec
     return copy;
 }
 
-/// The end of a lasting copy of a text.
-const char* LazyTransducer::end_of(std::string_view text) {
-    std::string padded(SHORT, '\0');
-    padded += text;
-    const std::string& kept = *texts_.insert(std::move(padded)).first;
-    return kept.data() + kept.size();
+/// The end of a lasting copy of two texts, one behind the other, with SHORT bytes in front; null
+/// if there are too many.
+const char* LazyTransducer::end_of(std::string_view first, std::string_view second) {
+    const std::size_t size = first.size() + second.size();
+    if (text_left_ < size) {
+        if (text_chunks_.size() == MOST_CHUNKS) return nullptr;
+        text_chunks_.emplace_back(new char[SHORT + BYTES_OF_CHUNK]());
+        text_left_ = BYTES_OF_CHUNK;
+    }
+    char* copy = text_chunks_.back().get() + SHORT + (BYTES_OF_CHUNK - text_left_);
+    first.copy(copy, first.size());
+    second.copy(copy + first.size(), second.size());
+    text_left_ -= size;
+    return copy + size;
 }
 
 }  // namespace lemara

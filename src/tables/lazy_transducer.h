@@ -17,22 +17,25 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 #include <mutex>
-#include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "analysis/tag_scan.h"
-#include "karaktereak.h"
 #include "tables/packed.h"
 
 namespace lemara {
 
-enum class Answer { no, yes, ask_the_walk };
+enum class Answer {
+    no,
+    yes,
+    ask_the_texts,  // only the analyses tell
+    ask_the_walk,   // there is no node for the word
+};
 
 class LazyTransducer {
 public:
@@ -47,6 +50,7 @@ public:
 
     /// `table` must outlive the transducer.
     explicit LazyTransducer(const PackedView& table);
+    ~LazyTransducer();
 
     /// The node in which every word begins.
     Node start() {
@@ -69,27 +73,44 @@ public:
         if ((node & ENDS_CLEAN) != 0 || (!small && (node & ENDS_AS_NAME) != 0)) {
             return Answer::yes;
         }
-        return (node & ENDS_ODD) != 0 ? Answer::ask_the_walk : Answer::no;
+        return (node & ENDS_ODD) != 0 ? Answer::ask_the_texts : Answer::no;
     }
 
     /// The same for a whole word as typed. Makes what is asked for again.
     Answer answer(std::string_view word) {
-        const Node node = read(word, nullptr, nullptr);
-        return answer(node, !word.empty() && orbi_islower(word[0]));
+        Node node = start();
+        if (node <= DEAD) return answer(node, false);
+        const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
+        const Jumps& jumps = *jumps_.load(std::memory_order_acquire);
+        for (std::size_t at = 0; at < word.size() && node > DEAD; at += JUMP) {
+            const std::string_view part = word.substr(at, JUMP);
+            const std::uint64_t bytes = bytes_of(part);
+            const Node known = jumps.find(node, bytes).next;
+            if (known != UNKNOWN) {
+                node = known;
+                continue;
+            }
+            Stop stop{node, 0};
+            node = make_jump(stop, part, bytes);
+            if (node < 0) return finish(stop.node, word.substr(at + stop.at), small);
+        }
+        return answer(node, small);
     }
 
     /// Calls `visit` with each analysis of a word as typed that the filters keep, in order,
     /// until it answers false. The text of a call is gone after it. `reach` becomes the
-    /// number of bytes behind which no path goes on, or more. False if the walk is to be
+    /// number of bytes that some path reads, or more. False if the walk is to be
     /// asked; then nothing was visited. `word` holds no NUL, and one stands behind it.
     template <class Visit>
     bool spell(std::string_view word, std::size_t& reach, Visit visit) {
         if (word.size() > LONGEST_SPELT) return false;
         const Piece* ways[LONGEST_SPELT];
-        const Node last = read(word, ways, &reach);
+        Stop stop{start(), 0};
+        const Node last = read(stop, word, ways);
         if (last < 0) return false;
+        reach = stop.at;
         if ((last & ENDS) == 0) return true;
-        const bool small = !word.empty() && orbi_islower(word[0]);
+        const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
         const Ends& ends = ends_of(last);
         char text[LONGEST_TEXT];
         char* const end = text + LONGEST_TEXT - 1;
@@ -136,6 +157,7 @@ private:
     static constexpr Node MOST_NODES = 1 << 18;
     static constexpr std::size_t NODES_OF_CHUNK = 1 << 10;
     static constexpr std::size_t PIECES_OF_CHUNK = 1 << 12;
+    static constexpr std::size_t BYTES_OF_CHUNK = 1 << 14;
     static constexpr std::size_t MOST_CHUNKS = 1 << 8;  // of pieces: a million
     static constexpr std::size_t MOST_PATHS = 1 << 10;  // of one node
     static constexpr std::size_t MOST_PLACES = 1 << 21;  // of all nodes
@@ -191,6 +213,52 @@ private:
         std::unique_ptr<std::atomic<const Piece*>[]> ways;  // back from the paths behind a step
     };
 
+    // Bytes that a jump takes at once.
+    static constexpr std::size_t JUMP = 8;
+
+    /// Jumps over several steps: where a yes or no went before, it goes again without a look at
+    /// the steps. Found by the node and the bytes as typed, with NULs behind the last of a word.
+    struct Jumps {
+        explicit Jumps(std::size_t size);
+
+        struct Slot {
+            std::atomic<std::uint64_t> bytes;
+            std::atomic<std::uint64_t> nodes;  // from where, above to where; written last
+        };
+        struct Found {
+            Node next;
+            std::size_t slot;
+        };
+        Found find(Node from, std::uint64_t bytes) const {
+            const std::uint64_t key = (bytes ^ static_cast<std::uint64_t>(from) << 32) * 0x9E3779B97F4A7C15u;
+            for (std::size_t slot = (key ^ key >> 32) & mask;; slot = (slot + 1) & mask) {
+                const std::uint64_t nodes = slots[slot].nodes.load(std::memory_order_acquire);
+                if (nodes == 0) return {UNKNOWN, slot};
+                if (static_cast<Node>(nodes >> 32) == from &&
+                    slots[slot].bytes.load(std::memory_order_relaxed) == bytes) {
+                    return {static_cast<Node>(static_cast<std::uint32_t>(nodes)), slot};
+                }
+            }
+        }
+        void put(Node from, std::uint64_t bytes, Node to) const;
+
+        std::size_t mask;
+        std::unique_ptr<Slot[]> slots;
+    };
+
+    /// At most JUMP bytes as a number.
+    static std::uint64_t bytes_of(std::string_view part) {
+        std::uint64_t bytes = 0;
+        if (part.size() == JUMP) {
+            std::memcpy(&bytes, part.data(), JUMP);
+        } else {
+            for (std::size_t i = part.size(); i-- > 0;) {
+                bytes = bytes << 8 | static_cast<std::uint8_t>(part[i]);
+            }
+        }
+        return bytes;
+    }
+
     static std::uint32_t key_of(Node node, std::uint8_t byte) {
         return static_cast<std::uint32_t>(node & NUMBER) << 8 | byte;
     }
@@ -200,17 +268,26 @@ private:
         return ends_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
     }
 
-    /// The node behind a word, TOO_MANY if the walk is to be asked. `ways`, if not null, takes
-    /// the way back of each step.
-    Node read(std::string_view word, const Piece** ways, std::size_t* reach);
+    /// How far a text was read: the last node that is not DEAD, and the bytes up to it.
+    struct Stop {
+        Node node;
+        std::size_t at;
+    };
+
+    /// The node that a text leads to from `stop` on; TOO_MANY if a step is not made yet, or
+    /// not at all. `ways`, if not null, takes the way back of each step.
+    Node read(Stop& stop, std::string_view text, const Piece** ways);
 
     /// A place that a path has arrived at, and what is known of the path.
     using Place = std::uint64_t;
 
     class Builder;
+    class Finisher;
 
     Node make_start();
     Node make_next(Node node, std::uint8_t byte);
+    Node make_jump(Stop& stop, std::string_view part, std::uint64_t bytes);
+    Answer finish(Node node, std::string_view rest, bool small);
     Node ask_again(Node node, std::uint8_t byte, bool& insist);
     Node build(Node node, std::uint8_t byte);
     Node node_of(const Builder& built);
@@ -218,18 +295,22 @@ private:
     void set(std::uint32_t key, Node next, const Piece* ways);
     bool has_room();
     void grow(std::size_t size);
+    void grow_jumps(std::size_t size);
     const Piece* keep(const std::vector<Piece>& pieces);
-    const char* end_of(std::string_view text);
+    const char* end_of(std::string_view first, std::string_view second);
     void prepare();
 
     const PackedView& table_;
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
+    std::atomic<const Jumps*> jumps_{nullptr};
     std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
 
     std::mutex mutex_;  // guards all below
     std::vector<std::unique_ptr<Slots>> all_slots_;  // the last is in use; readers may be in others
     std::size_t slots_used_ = 0;
+    std::vector<std::unique_ptr<Jumps>> all_jumps_;  // in the same way
+    std::size_t jumps_used_ = 0;
     std::vector<std::uint8_t> label_traits_;
     bool reads_[256] = {};                   // bytes that the table reads at all
     std::vector<Place> places_;              // of all nodes, one after the other
@@ -237,7 +318,9 @@ private:
     std::vector<Node> nodes_;                // by a hash of their places, open addressing
     std::vector<std::unique_ptr<Piece[]>> piece_chunks_;
     std::size_t pieces_left_ = 0;            // in the last chunk
-    std::unordered_set<std::string> texts_;  // of pieces that are no symbol of the table
+    std::vector<std::unique_ptr<char[]>> text_chunks_;  // for pieces that are no symbol
+    std::size_t text_left_ = 0;
+    std::unique_ptr<Builder> step_, ends_of_step_;
 };
 
 }  // namespace lemara
