@@ -132,14 +132,15 @@ int main(int argc, char** argv) {
         const bool walk_alone = task == "walk_strings";
         const lemara::PackedView& view = lemara::packed_form(table);
         return measure([&](const std::string& word, std::string* answer) {
-            std::size_t sum = 0, reach = 0;
+            std::size_t sum = 0;
+            lemara::LazyTransducer::Spelt way;
             Strings found;
             const auto take = [&](std::string_view analysis) {
                 sum += analysis.size();
                 if (answer != nullptr) found.emplace_back(analysis);
                 return true;
             };
-            if (walk_alone || !lemara::lazy_form(table).spell(word, reach, take)) {
+            if (walk_alone || !lemara::lazy_form(table).spell(word, way, take)) {
                 const std::string lowered = tolowercase(word);
                 lemara::PackedAnalysis walk(view, word, lowered);
                 walk.run(0, take);

@@ -33,11 +33,7 @@ bool orbi_isupper(char c) { return is_capital(c); }
 
 bool orbi_islower(char c) { return is_small(c); }
 
-unsigned char orbi_toupper(unsigned char c) {
-    // Kept on purpose: the block goes as a whole, so the sign 247 turns into the sign 215.
-    const bool small = (c >= 97 && c <= 122) || (c >= 224 && c <= 253);
-    return small ? static_cast<unsigned char>(c - 32) : c;
-}
+unsigned char orbi_toupper(unsigned char c) { return lemara::raised(c); }
 
 unsigned char orbi_tolower(unsigned char c) { return lemara::lowered(c); }
 

@@ -30,6 +30,13 @@ constexpr std::uint8_t lowered(std::uint8_t c) {
     return capital ? static_cast<std::uint8_t>(c + 32) : c;
 }
 
+/// orbi_toupper in the same way.
+constexpr std::uint8_t raised(std::uint8_t c) {
+    // Kept on purpose: the block goes as a whole, so the sign 247 turns into the sign 215.
+    const bool small = (c >= 97 && c <= 122) || (c >= 224 && c <= 253);
+    return small ? static_cast<std::uint8_t>(c - 32) : c;
+}
+
 inline bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 /// What the standard toupper does to a byte in its default locale, where it knows "a" to "z"

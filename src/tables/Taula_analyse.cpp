@@ -68,11 +68,12 @@ std::size_t walk_token(const Taula& table, const std::string& token, Visit visit
     return walk.reach();
 }
 
-/// The same, by the steps that were made before if there are any.
+/// The same, by the steps that were made before if there are any. `spelt` is filled in at the
+/// first visit then.
 template <class Visit>
-std::size_t analyse(const Taula& table, const std::string& token, Visit visit) {
-    std::size_t reach = 0;
-    if (lazy_form(table).spell(token.c_str(), reach, visit)) return reach;
+std::size_t analyse(const Taula& table, const std::string& token, LazyTransducer::Spelt& spelt,
+                    Visit visit) {
+    if (lazy_form(table).spell(token.c_str(), spelt, visit)) return spelt.reach;
     return walk_token(table, token, visit);
 }
 
@@ -103,13 +104,15 @@ private:
 TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
     const int maiuskula = case_class(token);
     TokenAnalyses result;
-    const auto take = [&](std::string_view text) {
-        Analisia record(std::string(text), table.hiztegia);
+    std::vector<Analisia>& records = result.records;
+    LazyTransducer::Spelt spelt;
+    result.reach = analyse(table, token, spelt, [&](std::string_view text) {
+        if (records.empty()) records.reserve(spelt.most);
+        Analisia& record = records.emplace_back(std::string(text), table.hiztegia);
         record.maiuskula = maiuskula;
-        if (!replaces_itself(record, token)) result.records.push_back(std::move(record));
+        if (replaces_itself(record, token)) records.pop_back();
         return true;
-    };
-    result.reach = analyse(table, token, take);
+    });
     return result;
 }
 
@@ -121,7 +124,8 @@ bool has_word(const Taula& table, const std::string& token) {
         case Answer::ask_the_texts: break;
     }
     WordFinder finder(token);
-    analyse(table, token, std::ref(finder));
+    LazyTransducer::Spelt spelt;
+    analyse(table, token, spelt, std::ref(finder));
     return finder.found;
 }
 

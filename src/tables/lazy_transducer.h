@@ -97,21 +97,27 @@ public:
         return answer(node, small);
     }
 
+    /// What is known of a word before its first analysis is visited.
+    struct Spelt {
+        std::size_t reach = 0;  // bytes of the word that some path reads, or more
+        std::size_t most = 0;   // it has no more analyses than that
+    };
+
     /// Calls `visit` with each analysis of a word as typed that the filters keep, in order,
-    /// until it answers false. The text of a call is gone after it. `reach` becomes the
-    /// number of bytes that some path reads, or more. False if the walk is to be
+    /// until it answers false. The text of a call is gone after it. False if the walk is to be
     /// asked; then nothing was visited. `word` holds no NUL, and one stands behind it.
     template <class Visit>
-    bool spell(std::string_view word, std::size_t& reach, Visit visit) {
+    bool spell(std::string_view word, Spelt& spelt, Visit visit) {
         if (word.size() > LONGEST_SPELT) return false;
         const Piece* ways[LONGEST_SPELT];
         Stop stop{start(), 0};
         const Node last = read(stop, word, ways);
         if (last < 0) return false;
-        reach = stop.at;
+        spelt.reach = stop.at;
         if ((last & ENDS) == 0) return true;
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
         const Ends& ends = ends_of(last);
+        spelt.most = ends.count;
         char text[LONGEST_TEXT];
         char* const end = text + LONGEST_TEXT - 1;
         *end = '\0';

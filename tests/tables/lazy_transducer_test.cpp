@@ -119,8 +119,8 @@ TEST(LazyTransducer, SpellsWhatTheWalkSpells) {
             });
             for (int time = 1; time <= 3; ++time) {
                 std::vector<std::string> found;
-                std::size_t reach = 0;
-                const bool done = lazy.spell(word, reach, [&](std::string_view text) {
+                lemara::LazyTransducer::Spelt way;
+                const bool done = lazy.spell(word, way, [&](std::string_view text) {
                     EXPECT_EQ(text.data()[text.size()], '\0');
                     found.emplace_back(text);
                     return true;
@@ -133,8 +133,9 @@ TEST(LazyTransducer, SpellsWhatTheWalkSpells) {
                 ++spelt;
                 EXPECT_EQ(found, expected) << "seed " << seed << ", word " << word;
                 // No path goes on behind it, as the walk tells from its own.
-                EXPECT_GE(reach, walk.reach());
-                if (reach < word.size()) ++reached_less;
+                EXPECT_GE(way.most, found.size());
+                EXPECT_GE(way.reach, walk.reach());
+                if (way.reach < word.size()) ++reached_less;
             }
         }
     }
@@ -149,9 +150,9 @@ TEST(LazyTransducer, StopsWhenItsVisitorHasEnough) {
     const auto table = table_from("0\ta\t1\n1\t<X>:<>\t2\n1\t<Y>:<>\t2\nfinal: 2\n");
     lemara::LazyTransducer& lazy = lemara::lazy_form(*table);
     std::vector<std::string> found;
-    std::size_t reach = 0;
+    lemara::LazyTransducer::Spelt way;
     for (int time = 1; time <= 2; ++time) {
-        lazy.spell("a", reach, [&](std::string_view text) {
+        lazy.spell("a", way, [&](std::string_view text) {
             found.emplace_back(text);
             return false;
         });

@@ -133,8 +133,8 @@ bool plain_has_word(const Records& records) {
 /// Counts tokens that the lazy form spells without the walk.
 void count_spelt(const Taula& table, const std::string& token, std::size_t records, Hits& hits) {
     const std::string text = token.c_str();
-    std::size_t reach = 0;
-    const bool spelt = lemara::lazy_form(table).spell(text, reach, [](std::string_view) { return true; });
+    lemara::LazyTransducer::Spelt way;
+    const bool spelt = lemara::lazy_form(table).spell(text, way, [](std::string_view) { return true; });
     if (!spelt) return;
     ++hits[records == 0 ? "nothing spelt by steps" : records == 1 ? "an analysis spelt by steps" : "several analyses spelt by steps"];
 }
