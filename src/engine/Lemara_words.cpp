@@ -7,6 +7,7 @@
 
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
+#include "engine/entries.h"
 #include "engine/unknown_forms.h"
 #include "tables/token_walk.h"
 #include "text/sentence_analysis.h"
@@ -98,8 +99,12 @@ bool Lemara::is_in_networks(const std::string& word) const {
 bool Lemara::begins_entry(const std::string& word) const {
     std::string start = tolowercase(word) + ' ';
     const auto has_entry = [&] {
-        const std::vector<Analisia> entries = bilatuHasiera(start, true);
-        return std::any_of(entries.begin(), entries.end(), is_entry_start);
+        bool found = false;
+        lemara::for_each_entry(find_network(MAIN_NETWORK), start, true, [&](Analisia&& entry) {
+            found = is_entry_start(entry);
+            return !found;
+        });
+        return found;
     };
     if (has_entry()) return true;
     const char first = word.empty() ? '\0' : word[0];
@@ -109,19 +114,12 @@ bool Lemara::begins_entry(const std::string& word) const {
 }
 
 std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera, bool iragazi) const {
-    const Sarea* network = find_network(MAIN_NETWORK);
-    if (network == nullptr) return {};
-    std::vector<Analisia> entries = network->taula->sortuFormak(hasiera, "", true, false);
-    if (!iragazi) return entries;
-    std::vector<Analisia> kept;
-    for (Analisia& entry : entries) {
-        if (contains(entry.etiketa, "EZZG")) continue;
-        const std::vector<Analisia> analyses = network->taula->analizatuTokena(entry.forma);
-        // The first analysis alone decides whether the form is one to be replaced.
-        if (analyses.empty() || !analyses.front().erabili.empty()) continue;
-        kept.push_back(std::move(entry));
-    }
-    return kept;
+    std::vector<Analisia> entries;
+    lemara::for_each_entry(find_network(MAIN_NETWORK), hasiera, iragazi, [&](Analisia&& entry) {
+        entries.push_back(std::move(entry));
+        return true;
+    });
+    return entries;
 }
 
 std::vector<Analisia> Lemara::sortuFormak(const std::string& hitza,

@@ -2,6 +2,7 @@
 // Tests: tests/tables/Taula_analyse_test.cpp.
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -114,6 +115,19 @@ TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
         return true;
     });
     return result;
+}
+
+std::optional<Analisia> first_analysis(const Taula& table, const std::string& token) {
+    const int maiuskula = case_class(token);
+    std::optional<Analisia> first;
+    LazyTransducer::Spelt spelt;
+    analyse(table, token, spelt, [&](std::string_view text) {
+        first.emplace(std::string(text), table.hiztegia);
+        first->maiuskula = maiuskula;
+        if (replaces_itself(*first, token)) first.reset();
+        return !first;
+    });
+    return first;
 }
 
 bool has_word(const Taula& table, const std::string& token) {

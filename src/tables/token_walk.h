@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,6 +41,13 @@ struct TokenAnalyses {
 
 /// Taula::analizatuTokena, with how far the walk came.
 TokenAnalyses analyse_token(const Taula& table, const std::string& token);
+
+/// The first record of Taula::analizatuTokena; none if there is no record.
+std::optional<Analisia> first_analysis(const Taula& table, const std::string& token);
+
+/// Taula::sortuFormak for a target as a whole, record by record, until `take` answers false.
+void for_each_form(const Taula& table, const std::string& target, bool stop_at_tag,
+                   const std::function<bool(Analisia&&)>& take);
 
 /// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records, and
 /// walks only if the lazy form can't tell.
