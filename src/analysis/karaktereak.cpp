@@ -1,6 +1,8 @@
 #include "karaktereak.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 
@@ -25,7 +27,16 @@ bool is_signed_letter(int byte) {
     }
 }
 
+// With the NUL behind it.
 constexpr char PUNCTUATION[] = "!\"'()*+,-./:;=?[]_{}\241\277";
+
+constexpr std::array<bool, 256> table_of_punctuation() {
+    std::array<bool, 256> table{};
+    for (const char c : PUNCTUATION) table[static_cast<std::uint8_t>(c)] = true;
+    return table;
+}
+
+constexpr std::array<bool, 256> IS_PUNCTUATION = table_of_punctuation();
 
 }  // namespace
 
@@ -94,9 +105,9 @@ bool alfazenbakizkoaDa(int c) {
 }
 
 bool puntuazioaDa(int c) {
-    // Kept on purpose: strchr finds the end of the list too, so 0 counts as punctuation.
-    // It sees one byte of `c`, so 161 and -95 are the same sign.
-    return std::strchr(PUNCTUATION, static_cast<char>(c)) != nullptr;
+    // Kept on purpose: the NUL that ends the list belongs to it, so 0 counts as punctuation.
+    // One byte of `c` is looked at, so 161 and -95 are the same sign.
+    return IS_PUNCTUATION[static_cast<std::uint8_t>(c)];
 }
 
 bool erromatarra_da(char c) { return c != '\0' && std::strchr("CDILMVX", c) != nullptr; }
