@@ -41,7 +41,7 @@ public:
     Runs(const std::vector<Tokena>& tokens, std::size_t first, std::size_t last)
         : tokens_(tokens), first_(first), longest_(last), text_(run_text(tokens, first, last)) {
         // Where no token is cut or left out, every run is the beginning of the longest.
-        nested_ = text_.size() <= ADMISSION_LIMIT;
+        nested_ = true;
         std::size_t size = 0;
         for (std::size_t i = first; i < last; ++i) {
             const std::string& word = tokens[i].testua;
@@ -49,6 +49,7 @@ public:
             ends_[i - first] = size += word.size();
             if (tokens[i].hutsunea) ++size;
         }
+        nested_ = nested_ && size <= ADMISSION_LIMIT;
     }
 
     /// Changes to the run that ends before `last`. True if it begins all longer ones.
