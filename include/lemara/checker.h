@@ -29,7 +29,7 @@ struct Problem {
     std::size_t line = 0;  ///< counted from 1; 0 for the file as a whole
     std::string reason;
 
-    /// "sareak.cfg:4: no such table: zenbakiak.sare"
+    /// "sareak.cfg:4: no such table: zenbakiak.sare"; without a file "line 4: ..."
     [[gnu::visibility("default")]] std::string text() const;
 };
 
