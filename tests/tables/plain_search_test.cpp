@@ -145,14 +145,7 @@ struct Tally {
 void report(const std::string& title, const Tally& tally, const Strings& features) {
     std::cout << title << ": " << tally.searches << " searches, " << tally.with_results
               << " with results, " << tally.given_up << " too large for the twin\n";
-    for (const auto& [feature, count] : tally.hits) {
-        std::cout << "  " << feature << ": " << count << '\n';
-    }
-    for (const std::string& feature : features) {
-        const auto found = tally.hits.find(feature);
-        EXPECT_TRUE(found != tally.hits.end() && found->second > 0)
-            << "no table reached: " << feature;
-    }
+    lemara::test::expect_hits(tally.hits, features);
     EXPECT_GT(tally.with_results, tally.searches / 10);
     EXPECT_LE(tally.given_up, tally.searches / 100);
 }
