@@ -86,14 +86,16 @@ TEST(DictionaryIndex, AgreesWithScansOnRandomChanges) {
             if (kind < 6) {
                 dictionary.gehitu_sarrera(false, word, tag, "", "", "");
                 plain.add(word, tag);
-                ++hits[dictionary.sarrerak.size() == before ? "a word that is there" : "a new word"];
+                ++hits[dictionary.sarrerak.size() == before ? "a word that is there"
+                                                            : "a new word"];
             } else if (kind < 9) {
                 if (random() % 2 == 0 && !plain.records.empty()) {
                     std::tie(word, std::ignore) = plain.records[random() % plain.records.size()];
                 }
                 dictionary.kendu_sarrera(false, word, tag);
                 plain.remove(word, tag);
-                ++hits[dictionary.sarrerak.size() == before ? "nothing to remove" : "a word removed"];
+                ++hits[dictionary.sarrerak.size() == before ? "nothing to remove"
+                                                            : "a word removed"];
             } else if (!dictionary.sarrerak.empty()) {
                 // A host takes the last record out by hand.
                 delete dictionary.sarrerak.back();
@@ -101,7 +103,8 @@ TEST(DictionaryIndex, AgreesWithScansOnRandomChanges) {
                 plain.records.pop_back();
                 ++hits["a record taken by hand"];
             }
-            ASSERT_EQ(texts_of(dictionary), texts_of(plain)) << "seed " << seed << ", step " << step;
+            ASSERT_EQ(texts_of(dictionary), texts_of(plain))
+                << "seed " << seed << ", step " << step;
         }
     }
     lemara::test::expect_hits(hits,

@@ -1,4 +1,5 @@
-// What tests of whole paragraphs share: the texts of a folder, and a paragraph in each format.
+// What tests of whole paragraphs share: the texts of a folder, and a paragraph in each
+// format.
 #pragma once
 
 #include <algorithm>
@@ -10,14 +11,15 @@
 
 namespace lemara::test {
 
-inline const std::vector<std::string> GOLDEN_FORMATS = {"multext", "cg3", "zuzenlex", "ikute",
-                                                        "check"};
+inline const std::vector<std::string> GOLDEN_FORMATS = {"multext", "cg3", "zuzenlex",
+                                                        "ikute", "check"};
 
 /// The names of the files *.in in a folder, sorted.
 inline std::vector<std::string> texts_in(const std::filesystem::path& folder) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (entry.path().extension() == ".in") names.push_back(entry.path().stem().string());
+        if (entry.path().extension() == ".in")
+            names.push_back(entry.path().stem().string());
     }
     std::sort(names.begin(), names.end());
     return names;

@@ -91,8 +91,8 @@ Symbols random_path(const Taula& table, Random& random) {
     for (int length = 0; length < 8; ++length) {
         const Egoera* const here = lemara::test::plain_state(table, state);
         if (here == nullptr || here->zubiak.empty()) break;
-        const Zubia* const arc =
-            here->zubiak[static_cast<std::size_t>(random.below(static_cast<int>(here->zubiak.size())))];
+        const Zubia* const arc = here->zubiak[static_cast<std::size_t>(
+            random.below(static_cast<int>(here->zubiak.size())))];
         if (arc == nullptr) break;
         const std::string& upper = arc->goiko_ikurra;
         const bool digit = upper.size() > 1 && (upper[1] == '0' || upper[1] == '1');
