@@ -17,6 +17,7 @@ public:
     std::string testua;           ///< Latin-1, without leading blanks and tabs
     std::vector<Tokena> tokenak;  ///< empty until tokenizatu has run
 
+    /// A sentence that is not cut into tokens yet.
     Esaldia(int zenbakia, std::string testua);
     Esaldia(const Esaldia&) = default;
     Esaldia(Esaldia&&) = default;

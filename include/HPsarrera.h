@@ -14,6 +14,7 @@ public:
     std::string sai;        ///< the source mark
     std::string paradigma;  ///< "<hp1>" to "<hp25>"; empty in a record
 
+    /// All fields in their order.
     HPsarrera(std::string lema, std::string kategoria, std::string erroa, std::string hobe,
               std::string erabili, std::string sai, std::string paradigma);
     HPsarrera(const HPsarrera&) = default;

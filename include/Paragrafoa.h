@@ -19,6 +19,7 @@ public:
     std::string testua;             ///< the text
     std::vector<Esaldia> esaldiak;  ///< empty until the text has been split
 
+    /// A text that is not split yet.
     Paragrafoa(int zenbakia, std::string testua);
     Paragrafoa(const Paragrafoa&) = default;
     Paragrafoa(Paragrafoa&&) = default;

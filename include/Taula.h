@@ -137,7 +137,7 @@ public:
     /// Writes one state, or the whole table, to standard output, for people. A state that
     /// doesn't exist writes nothing.
     void printEgoera(int egoera) const;
-    void printTaula() const;
+    void printTaula() const;  ///< the whole table; see printEgoera
 
     /// The analyses of `tokena`, in the order in which the walk finds them; empty if no path
     /// accepts it. Equal analyses are not removed.

@@ -12,7 +12,7 @@ public:
     std::string testua;          ///< the text, Latin-1; several words after a merge
     bool hutsunea = false;       ///< a blank followed
     std::int32_t maiuskula = 0;  ///< 1: no small letter, or a capital in front; else 0
-    std::vector<Analisia> analisiak;
+    std::vector<Analisia> analisiak;  ///< in the order in which they were found
 
     Tokena() = default;
 

@@ -12,6 +12,7 @@ public:
 
     /// Target 0, both symbols empty.
     Zubia();
+    /// All fields in their order.
     Zubia(int hurrengo_egoera, std::string goiko_ikurra, std::string beheko_ikurra);
 
     /// The three fields as text of three lines, for people.

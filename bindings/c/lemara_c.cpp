@@ -1,28 +1,11 @@
 // The C interface: a rendering of lemara::Checker. Tests: tests/bindings/c_api_test.c.
-#include <exception>
-#include <memory>
-#include <new>
-#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "lemara/checker.h"
-#include "lemara/lemara.h"
-
-struct lemara_error {
-    std::string message;
-};
-
-struct lemara_strings {
-    std::vector<std::string> list;
-};
-
-struct lemara_checker {
-    std::unique_ptr<lemara::Checker> checker;
-    std::vector<std::string> notes;
-};
+#include "inside.h"
 
 struct lemara_findings {
     std::vector<lemara::Finding> list;
@@ -39,73 +22,20 @@ struct lemara_tokens {
 
 namespace {
 
-void tell(lemara_error** error, std::string message) {
-    if (error == nullptr) return;
-    *error = new (std::nothrow) lemara_error{std::move(message)};
-}
+using namespace lemara::c_api;
 
-/// Runs `action`, which answers a status; no exception gets out.
-template <class Action>
-lemara_status guarded(lemara_error** error, Action action) noexcept {
-    if (error != nullptr) *error = nullptr;
-    try {
-        return action();
-    } catch (const std::bad_alloc&) {
-        return LEMARA_NO_MEMORY;
-    } catch (const std::exception& e) {
-        try {
-            tell(error, e.what());
-        } catch (...) {
-        }
-        return LEMARA_FAILED;
-    } catch (...) {
-        return LEMARA_FAILED;
-    }
-}
-
-lemara_status refuse(lemara_error** error,
-                     const std::optional<lemara::Problem>& problem) {
-    if (!problem) return LEMARA_OK;
-    tell(error, problem->text());
-    return LEMARA_REFUSED;
-}
-
-lemara_status bad(lemara_error** error, const char* what) {
-    tell(error, what);
-    return LEMARA_BAD_ARGUMENT;
-}
-
-const char* or_empty(const char* text) { return text == nullptr ? "" : text; }
-
-/// Copies a structure of ours into one of the caller's, which may be older and shorter.
-template <class Structure>
-lemara_status hand_over(Structure filled, Structure* wanted) {
-    if (wanted == nullptr || wanted->size < sizeof(std::size_t))
-        return LEMARA_BAD_ARGUMENT;
-    filled.size = wanted->size;
-    const auto* from = reinterpret_cast<const char*>(&filled);
-    auto* to = reinterpret_cast<char*>(wanted);
-    const std::size_t known = wanted->size < sizeof filled ? wanted->size : sizeof filled;
-    for (std::size_t i = sizeof(std::size_t); i < known; ++i) to[i] = from[i];
-    return LEMARA_OK;
-}
-
-/// Reads a structure of the caller's; what it lacks keeps its start value.
-template <class Structure>
-bool take_over(const Structure* given, Structure& filled) {
-    if (given == nullptr) return true;
-    if (given->size < sizeof(std::size_t)) return false;
-    const auto* from = reinterpret_cast<const char*>(given);
-    auto* to = reinterpret_cast<char*>(&filled);
-    const std::size_t known = given->size < sizeof filled ? given->size : sizeof filled;
-    for (std::size_t i = 0; i < known; ++i) to[i] = from[i];
-    return true;
-}
+constexpr std::pair<lemara_format, lemara::Format> FORMATS[] = {
+    {LEMARA_MULTEXT, lemara::Format::multext},
+    {LEMARA_CG3, lemara::Format::cg3},
+    {LEMARA_IKUTE, lemara::Format::ikute},
+    {LEMARA_ZUZENLEX, lemara::Format::zuzenlex},
+    {LEMARA_MARKUP, lemara::Format::check},
+};
 
 lemara_span span_of(const lemara::Span& span) {
     return {span.begin.byte,     span.end.byte,    span.begin.code_point,
             span.end.code_point, span.begin.utf16, span.end.utf16,
-            span.line,           span.column};
+            span.line,           span.column,      span.column_utf16};
 }
 
 lemara::Paragraphs paragraphs_of(lemara_paragraphs paragraphs) {
@@ -114,12 +44,76 @@ lemara::Paragraphs paragraphs_of(lemara_paragraphs paragraphs) {
                                       : lemara::Paragraphs::lines;
 }
 
-lemara_status strings_of(std::vector<std::string> list, lemara_strings** strings) {
-    *strings = new lemara_strings{std::move(list)};
-    return LEMARA_OK;
+/// The options of a check, and the set that they borrow.
+struct WantedCheck {
+    lemara::CheckOptions options;
+    std::set<std::string> accepted;
+
+    /// Takes them over; answers what is wrong with them, or null.
+    const char* read(const lemara_check_options* from) {
+        lemara_check_options given = LEMARA_INIT(lemara_check_options);
+        given.most_forms = options.most_forms;
+        if (!take_over(from, given)) return "options without their size";
+        if (given.accepted == nullptr && given.accepted_count > 0) return NULL_ARGUMENT;
+        options.paragraphs = paragraphs_of(given.paragraphs);
+        options.most_forms = given.most_forms;
+        options.time_per_word = std::chrono::milliseconds(given.ms_per_word);
+        options.time_in_all = std::chrono::milliseconds(given.ms_in_all);
+        options.report_foreign = given.report_foreign != 0;
+        for (std::size_t i = 0; i < given.accepted_count; ++i) {
+            accepted.insert(or_empty(given.accepted[i]));
+        }
+        options.accepted = &accepted;
+        return nullptr;
+    }
+};
+
+std::vector<const char*> pointers_to(const std::vector<std::string>& strings) {
+    std::vector<const char*> pointers;
+    for (const std::string& string : strings) pointers.push_back(string.c_str());
+    return pointers;
 }
 
-constexpr char NULL_ARGUMENT[] = "a null pointer";
+// The structures of the interface; what they point to stays with the originals.
+
+lemara_finding shown_as(const lemara::Finding& finding,
+                        const std::vector<const char*>& forms) {
+    lemara_finding shown = LEMARA_INIT(lemara_finding);
+    shown.kind = static_cast<lemara_kind>(finding.kind);
+    shown.span = span_of(finding.span);
+    shown.token = finding.token.c_str();
+    shown.forms = forms.data();
+    shown.form_count = forms.size();
+    shown.complete = finding.complete ? 1 : 0;
+    return shown;
+}
+
+lemara_token shown_as(const lemara::Token& token) {
+    lemara_token shown = LEMARA_INIT(lemara_token);
+    shown.span = span_of(token.span);
+    shown.text = token.text.c_str();
+    shown.known = token.known ? 1 : 0;
+    shown.foreign = token.foreign ? 1 : 0;
+    shown.blank_follows = token.blank_follows ? 1 : 0;
+    shown.paragraph = token.paragraph;
+    shown.sentence = token.sentence;
+    shown.reading_count = token.readings.size();
+    shown.folded = token.folded.c_str();
+    return shown;
+}
+
+lemara_reading shown_as(const lemara::Reading& reading, const char* form) {
+    lemara_reading shown = LEMARA_INIT(lemara_reading);
+    shown.form = form;
+    shown.lemma = reading.lemma.c_str();
+    shown.tags = reading.tags.c_str();
+    shown.network = reading.network.c_str();
+    shown.raw = reading.raw.c_str();
+    shown.better = reading.better.c_str();
+    shown.instead = reading.instead.c_str();
+    shown.source = reading.source.c_str();
+    return shown;
+}
 
 }  // namespace
 
@@ -155,6 +149,8 @@ lemara_status lemara_open(const lemara_settings* settings, lemara_checker** chec
             made->notes.push_back(problem.text());
         }
         made->checker = std::move(opened.checker);
+        made->configuration = made->checker->configuration();
+        made->dictionary = made->checker->dictionary();
         *checker = made.release();
         return LEMARA_OK;
     });
@@ -170,6 +166,42 @@ lemara_status lemara_notes(const lemara_checker* checker, lemara_strings** notes
     });
 }
 
+const char* lemara_configuration(const lemara_checker* checker) {
+    return checker == nullptr ? "" : checker->configuration.c_str();
+}
+
+const char* lemara_dictionary(const lemara_checker* checker) {
+    return checker == nullptr ? "" : checker->dictionary.c_str();
+}
+
+lemara_status lemara_tables(const lemara_checker* checker, lemara_strings** tables,
+                            lemara_error** error) {
+    return guarded(error, [&] {
+        if (checker == nullptr || tables == nullptr) return bad(error, NULL_ARGUMENT);
+        return strings_of(checker->checker->tables(), tables);
+    });
+}
+
+lemara_status lemara_find_configuration(lemara_strings** found, lemara_strings** looked,
+                                        lemara_error** error) {
+    return guarded(error, [&] {
+        if (found == nullptr) return bad(error, NULL_ARGUMENT);
+        std::vector<std::string> places;
+        auto result = std::make_unique<lemara_strings>();
+        result->list.push_back(lemara::find_configuration(&places));
+        if (looked != nullptr) *looked = new lemara_strings{std::move(places)};
+        *found = result.release();
+        return LEMARA_OK;
+    });
+}
+
+lemara_status lemara_default_dictionary(lemara_strings** path, lemara_error** error) {
+    return guarded(error, [&] {
+        if (path == nullptr) return bad(error, NULL_ARGUMENT);
+        return string_of(lemara::default_dictionary(), path);
+    });
+}
+
 lemara_status lemara_check(const lemara_checker* checker, const char* text, size_t length,
                            const lemara_check_options* options,
                            lemara_findings** findings, lemara_error** error) {
@@ -177,24 +209,34 @@ lemara_status lemara_check(const lemara_checker* checker, const char* text, size
         if (findings == nullptr) return bad(error, NULL_ARGUMENT);
         *findings = nullptr;
         if (checker == nullptr || text == nullptr) return bad(error, NULL_ARGUMENT);
-        lemara::CheckOptions wanted;
-        lemara_check_options given = LEMARA_INIT(lemara_check_options);
-        given.most_forms = wanted.most_forms;
-        if (!take_over(options, given)) return bad(error, "options without their size");
-        wanted.paragraphs = paragraphs_of(given.paragraphs);
-        wanted.most_forms = given.most_forms;
-        wanted.time_per_word = std::chrono::milliseconds(given.ms_per_word);
-        wanted.time_in_all = std::chrono::milliseconds(given.ms_in_all);
-        wanted.report_foreign = given.report_foreign != 0;
+        WantedCheck wanted;
+        if (const char* wrong = wanted.read(options)) return bad(error, wrong);
         auto result = std::make_unique<lemara_findings>();
-        result->list = checker->checker->check({text, length}, wanted);
+        result->list = checker->checker->check({text, length}, wanted.options);
         for (const lemara::Finding& finding : result->list) {
-            result->forms.emplace_back();
-            for (const std::string& form : finding.forms) {
-                result->forms.back().push_back(form.c_str());
-            }
+            result->forms.push_back(pointers_to(finding.forms));
         }
         *findings = result.release();
+        return LEMARA_OK;
+    });
+}
+
+lemara_status lemara_check_each(const lemara_checker* checker, const char* text,
+                                size_t length, const lemara_check_options* options,
+                                lemara_take_finding take, void* context,
+                                lemara_error** error) {
+    return guarded(error, [&] {
+        if (checker == nullptr || text == nullptr || take == nullptr) {
+            return bad(error, NULL_ARGUMENT);
+        }
+        WantedCheck wanted;
+        if (const char* wrong = wanted.read(options)) return bad(error, wrong);
+        checker->checker->check({text, length}, wanted.options,
+                                [&](const lemara::Finding& finding) {
+                                    const auto forms = pointers_to(finding.forms);
+                                    const lemara_finding shown = shown_as(finding, forms);
+                                    return take(&shown, context) != 0;
+                                });
         return LEMARA_OK;
     });
 }
@@ -206,15 +248,7 @@ size_t lemara_findings_count(const lemara_findings* findings) {
 lemara_status lemara_findings_get(const lemara_findings* findings, size_t index,
                                   lemara_finding* finding) {
     if (index >= lemara_findings_count(findings)) return LEMARA_BAD_ARGUMENT;
-    const lemara::Finding& found = findings->list[index];
-    lemara_finding filled = LEMARA_INIT(lemara_finding);
-    filled.kind = static_cast<lemara_kind>(found.kind);
-    filled.span = span_of(found.span);
-    filled.token = found.token.c_str();
-    filled.forms = findings->forms[index].data();
-    filled.form_count = found.forms.size();
-    filled.complete = found.complete ? 1 : 0;
-    return hand_over(filled, finding);
+    return hand_over(shown_as(findings->list[index], findings->forms[index]), finding);
 }
 
 void lemara_findings_free(lemara_findings* findings) { delete findings; }
@@ -233,6 +267,27 @@ lemara_status lemara_analyze(const lemara_checker* checker, const char* text,
                                       return true;
                                   });
         *tokens = result.release();
+        return LEMARA_OK;
+    });
+}
+
+lemara_status lemara_analyze_each(const lemara_checker* checker, const char* text,
+                                  size_t length, lemara_paragraphs paragraphs,
+                                  lemara_take_token take, void* context,
+                                  lemara_error** error) {
+    return guarded(error, [&] {
+        if (checker == nullptr || text == nullptr || take == nullptr) {
+            return bad(error, NULL_ARGUMENT);
+        }
+        checker->checker->analyze(
+            {text, length}, paragraphs_of(paragraphs), [&](const lemara::Token& token) {
+                std::vector<lemara_reading> readings;
+                for (const lemara::Reading& reading : token.readings) {
+                    readings.push_back(shown_as(reading, ""));
+                }
+                const lemara_token shown = shown_as(token);
+                return take(&shown, readings.data(), context) != 0;
+            });
         return LEMARA_OK;
     });
 }
@@ -267,17 +322,7 @@ size_t lemara_tokens_count(const lemara_tokens* tokens) {
 lemara_status lemara_tokens_get(const lemara_tokens* tokens, size_t index,
                                 lemara_token* token) {
     if (index >= lemara_tokens_count(tokens)) return LEMARA_BAD_ARGUMENT;
-    const lemara::Token& found = tokens->list[index].token;
-    lemara_token filled = LEMARA_INIT(lemara_token);
-    filled.span = span_of(found.span);
-    filled.text = found.text.c_str();
-    filled.known = found.known ? 1 : 0;
-    filled.foreign = found.foreign ? 1 : 0;
-    filled.blank_follows = found.blank_follows ? 1 : 0;
-    filled.paragraph = found.paragraph;
-    filled.sentence = found.sentence;
-    filled.reading_count = found.readings.size();
-    return hand_over(filled, token);
+    return hand_over(shown_as(tokens->list[index].token), token);
 }
 
 lemara_status lemara_tokens_reading(const lemara_tokens* tokens, size_t index,
@@ -285,19 +330,28 @@ lemara_status lemara_tokens_reading(const lemara_tokens* tokens, size_t index,
     if (index >= lemara_tokens_count(tokens)) return LEMARA_BAD_ARGUMENT;
     const lemara_tokens::Entry& entry = tokens->list[index];
     if (reading_index >= entry.token.readings.size()) return LEMARA_BAD_ARGUMENT;
-    const lemara::Reading& found = entry.token.readings[reading_index];
-    lemara_reading filled = LEMARA_INIT(lemara_reading);
-    filled.form = entry.forms.empty() ? "" : entry.forms[reading_index].c_str();
-    filled.lemma = found.lemma.c_str();
-    filled.tags = found.tags.c_str();
-    filled.network = found.network.c_str();
-    filled.raw = found.raw.c_str();
-    filled.better = found.better.c_str();
-    filled.instead = found.instead.c_str();
-    return hand_over(filled, reading);
+    const char* form = entry.forms.empty() ? "" : entry.forms[reading_index].c_str();
+    return hand_over(shown_as(entry.token.readings[reading_index], form), reading);
 }
 
 void lemara_tokens_free(lemara_tokens* tokens) { delete tokens; }
+
+lemara_status lemara_render(const lemara_checker* checker, const char* paragraph,
+                            size_t length, lemara_format format, int variants,
+                            lemara_strings** markup, lemara_error** error) {
+    return guarded(error, [&] {
+        if (checker == nullptr || paragraph == nullptr || markup == nullptr) {
+            return bad(error, NULL_ARGUMENT);
+        }
+        for (const auto& [number, wanted] : FORMATS) {
+            if (number != format) continue;
+            return string_of(
+                checker->checker->render({paragraph, length}, wanted, variants != 0),
+                markup);
+        }
+        return bad(error, "no such format");
+    });
+}
 
 lemara_status lemara_valid(const lemara_checker* checker, const char* word, size_t length,
                            int* valid, lemara_error** error) {
@@ -335,52 +389,16 @@ lemara_status lemara_lemmas(const lemara_checker* checker, const char* word,
     });
 }
 
-lemara_status lemara_add_word(lemara_checker* checker, const char* word, size_t length,
-                              const char* word_class, lemara_error** error) {
-    return guarded(error, [&] {
-        if (checker == nullptr || word == nullptr) return bad(error, NULL_ARGUMENT);
-        return refuse(error, checker->checker->add_word({std::string(word, length),
-                                                         or_empty(word_class), "", ""}));
-    });
-}
-
-lemara_status lemara_remove_word(lemara_checker* checker, const char* word, size_t length,
-                                 const char* word_class, lemara_error** error) {
-    return guarded(error, [&] {
-        if (checker == nullptr || word == nullptr) return bad(error, NULL_ARGUMENT);
-        return refuse(
-            error, checker->checker->remove_word({word, length}, or_empty(word_class)));
-    });
-}
-
-lemara_status lemara_words(const lemara_checker* checker, lemara_strings** words,
-                           lemara_error** error) {
-    return guarded(error, [&] {
-        if (checker == nullptr || words == nullptr) return bad(error, NULL_ARGUMENT);
-        std::vector<std::string> list;
-        for (lemara::PersonalWord& word : checker->checker->words()) {
-            list.push_back(std::move(word.word));
-        }
-        return strings_of(std::move(list), words);
-    });
-}
-
-lemara_status lemara_refresh(lemara_checker* checker, int* changed,
-                             lemara_error** error) {
-    return guarded(error, [&] {
-        if (checker == nullptr) return bad(error, NULL_ARGUMENT);
-        const bool it_has = checker->checker->refresh();
-        if (changed != nullptr) *changed = it_has ? 1 : 0;
-        return LEMARA_OK;
-    });
-}
-
 size_t lemara_strings_count(const lemara_strings* strings) {
     return strings == nullptr ? 0 : strings->list.size();
 }
 
 const char* lemara_strings_get(const lemara_strings* strings, size_t index) {
     return index < lemara_strings_count(strings) ? strings->list[index].c_str() : nullptr;
+}
+
+size_t lemara_strings_length(const lemara_strings* strings, size_t index) {
+    return index < lemara_strings_count(strings) ? strings->list[index].size() : 0;
 }
 
 void lemara_strings_free(lemara_strings* strings) { delete strings; }

@@ -4,6 +4,7 @@
 #include <pybind11/stl.h>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -45,6 +46,42 @@ lemara::Paragraphs paragraphs_named(const std::string& name) {
     if (name == "blank") return lemara::Paragraphs::blank;
     if (name == "whole") return lemara::Paragraphs::whole;
     throw py::value_error("paragraphs is \"lines\", \"blank\" or \"whole\"");
+}
+
+constexpr std::pair<const char*, lemara::Format> FORMATS[] = {
+    {"multext", lemara::Format::multext}, {"cg3", lemara::Format::cg3},
+    {"ikute", lemara::Format::ikute},     {"zuzenlex", lemara::Format::zuzenlex},
+    {"markup", lemara::Format::check},
+};
+
+lemara::Format format_named(const std::string& name) {
+    for (const auto& [known, format] : FORMATS) {
+        if (name == known) return format;
+    }
+    throw py::value_error(
+        "format is \"multext\", \"cg3\", \"ikute\", \"zuzenlex\" or \"markup\"");
+}
+
+/// The options of a check; `accepted` is borrowed.
+lemara::CheckOptions options_of(const std::string& paragraphs, std::size_t most_forms,
+                                double seconds, double seconds_per_word,
+                                bool report_foreign,
+                                const std::set<std::string>& accepted) {
+    lemara::CheckOptions options;
+    options.paragraphs = paragraphs_named(paragraphs);
+    options.most_forms = most_forms;
+    options.time_in_all = milliseconds(seconds);
+    options.time_per_word = milliseconds(seconds_per_word);
+    options.report_foreign = report_foreign;
+    options.accepted = &accepted;
+    return options;
+}
+
+/// What Python's `take` says to an item: only False ends.
+template <class Item>
+bool goes_on(const py::function& take, const Item& item) {
+    const py::gil_scoped_acquire locked;
+    return !take(item).is(py::bool_(false));
 }
 
 std::unique_ptr<Checker> open(const std::string& configuration,
@@ -93,6 +130,7 @@ PYBIND11_MODULE(_lemara, m) {
                                [](const lemara::Span& s) { return s.end.utf16; })
         .def_readonly("line", &lemara::Span::line)
         .def_readonly("column", &lemara::Span::column)
+        .def_readonly("column_utf16", &lemara::Span::column_utf16)
         .def("__repr__", [](const lemara::Span& s) {
             return "Span(" + std::to_string(s.begin.code_point) + ", " +
                    std::to_string(s.end.code_point) + ")";
@@ -118,6 +156,7 @@ PYBIND11_MODULE(_lemara, m) {
         .def_readonly("raw", &lemara::Reading::raw)
         .def_readonly("better", &lemara::Reading::better)
         .def_readonly("instead", &lemara::Reading::instead)
+        .def_readonly("source", &lemara::Reading::source)
         .def("__repr__", [](const lemara::Reading& r) {
             return py::str("Reading({!r}, {!r})").format(r.lemma, r.tags);
         });
@@ -132,6 +171,7 @@ PYBIND11_MODULE(_lemara, m) {
         .def_readonly("span", &lemara::Token::span)
         .def_property_readonly("text",
                                [](const lemara::Token& t) { return text_of(t.text); })
+        .def_readonly("folded", &lemara::Token::folded)
         .def_readonly("known", &lemara::Token::known)
         .def_readonly("foreign", &lemara::Token::foreign)
         .def_readonly("blank_follows", &lemara::Token::blank_follows)
@@ -151,6 +191,18 @@ PYBIND11_MODULE(_lemara, m) {
             return py::str("PersonalWord({!r}, {!r})").format(w.word, w.word_class);
         });
 
+    m.def(
+        "find_configuration",
+        [] {
+            std::vector<std::string> looked;
+            const std::string found = lemara::find_configuration(&looked);
+            return py::make_tuple(found, looked);
+        },
+        "The configuration that a checker uses when it is told none, or an empty string, "
+        "and the places where it was looked for.");
+    m.def("default_dictionary", &lemara::default_dictionary,
+          "The personal dictionary that a checker uses when it is told none.");
+
     py::class_<PyChecker>(m, "Checker", CLASS_HELP)
         .def(py::init([](const std::string& config, const std::string& dictionary,
                          bool use_dictionary) {
@@ -161,30 +213,54 @@ PYBIND11_MODULE(_lemara, m) {
              }),
              py::arg("config") = "", py::arg("dictionary") = "",
              py::arg("use_dictionary") = true)
-        .def_readonly("notes", &PyChecker::notes)
-        .def_property_readonly("dictionary",
-                               [](const PyChecker& c) { return c.checker->dictionary(); })
-        .def_property_readonly("tables",
-                               [](const PyChecker& c) { return c.checker->tables(); })
+        .def_readonly("notes", &PyChecker::notes,
+                      "What was passed over when the checker was opened.")
+        .def_property_readonly(
+            "configuration",
+            [](const PyChecker& c) { return c.checker->configuration(); },
+            "Path of the configuration in use.")
+        .def_property_readonly(
+            "dictionary", [](const PyChecker& c) { return c.checker->dictionary(); },
+            "Path of the personal dictionary, or empty.")
+        .def_property_readonly(
+            "tables", [](const PyChecker& c) { return c.checker->tables(); },
+            "Paths of the tables in use.")
         .def(
             "check",
             [](const PyChecker& c, const std::string& text, const std::string& paragraphs,
-               std::size_t most_forms, double seconds, bool report_foreign,
-               const std::set<std::string>& accepted) {
-                lemara::CheckOptions options;
-                options.paragraphs = paragraphs_named(paragraphs);
-                options.most_forms = most_forms;
-                options.time_in_all = milliseconds(seconds);
-                options.report_foreign = report_foreign;
-                options.accepted = &accepted;
+               std::size_t most_forms, double seconds, double seconds_per_word,
+               bool report_foreign, const std::set<std::string>& accepted) {
+                const auto options =
+                    options_of(paragraphs, most_forms, seconds, seconds_per_word,
+                               report_foreign, accepted);
                 const py::gil_scoped_release unlocked;
                 return c.checker->check(text, options);
             },
             py::arg("text"), py::kw_only(), py::arg("paragraphs") = "lines",
             py::arg("most_forms") = 8, py::arg("seconds") = 0.0,
-            py::arg("report_foreign") = false,
+            py::arg("seconds_per_word") = 0.0, py::arg("report_foreign") = false,
             py::arg("accepted") = std::set<std::string>(),
             "The findings in a text, in its order.")
+        .def(
+            "check_each",
+            [](const PyChecker& c, const std::string& text, const py::function& take,
+               const std::string& paragraphs, std::size_t most_forms, double seconds,
+               double seconds_per_word, bool report_foreign,
+               const std::set<std::string>& accepted) {
+                const auto options =
+                    options_of(paragraphs, most_forms, seconds, seconds_per_word,
+                               report_foreign, accepted);
+                const py::gil_scoped_release unlocked;
+                c.checker->check(text, options, [&](const lemara::Finding& finding) {
+                    return goes_on(take, finding);
+                });
+            },
+            py::arg("text"), py::arg("take"), py::kw_only(),
+            py::arg("paragraphs") = "lines", py::arg("most_forms") = 8,
+            py::arg("seconds") = 0.0, py::arg("seconds_per_word") = 0.0,
+            py::arg("report_foreign") = false,
+            py::arg("accepted") = std::set<std::string>(),
+            "Calls take(finding) for each finding, without keeping them. False ends it.")
         .def(
             "analyze",
             [](const PyChecker& c, const std::string& text,
@@ -195,6 +271,35 @@ PYBIND11_MODULE(_lemara, m) {
             },
             py::arg("text"), py::kw_only(), py::arg("paragraphs") = "lines",
             "All tokens of a text with their readings.")
+        .def(
+            "analyze_each",
+            [](const PyChecker& c, const std::string& text, const py::function& take,
+               const std::string& paragraphs) {
+                const lemara::Paragraphs wanted = paragraphs_named(paragraphs);
+                const py::gil_scoped_release unlocked;
+                c.checker->analyze(text, wanted, [&](const lemara::Token& token) {
+                    return goes_on(take, token);
+                });
+            },
+            py::arg("text"), py::arg("take"), py::kw_only(),
+            py::arg("paragraphs") = "lines",
+            "Calls take(token) for each token, without keeping them. False ends it.")
+        .def(
+            "render",
+            [](const PyChecker& c, const std::string& paragraph,
+               const std::string& format, bool variants) {
+                const lemara::Format wanted = format_named(format);
+                std::string markup;
+                {
+                    const py::gil_scoped_release unlocked;
+                    markup = c.checker->render(paragraph, wanted, variants);
+                }
+                return text_of(markup);
+            },
+            py::arg("paragraph"), py::arg("format") = "multext",
+            py::arg("variants") = false,
+            "A paragraph in one of the mark-ups: \"multext\", \"cg3\", \"ikute\", "
+            "\"zuzenlex\", or \"markup\", a verdict for each token.")
         .def(
             "valid",
             [](const PyChecker& c, const std::string& word) {
@@ -257,8 +362,7 @@ PYBIND11_MODULE(_lemara, m) {
                 }
                 std::vector<std::string> refused;
                 for (const auto& problem : report.refused) {
-                    refused.push_back(std::to_string(problem.line) + ": " +
-                                      problem.reason);
+                    refused.push_back(problem.text());
                 }
                 return py::make_tuple(report.added, report.there, refused);
             },

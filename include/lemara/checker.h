@@ -27,29 +27,31 @@ struct CheckerInside;
 struct Problem {
     std::string file;      ///< empty if no file is to blame
     std::size_t line = 0;  ///< counted from 1; 0 for the file as a whole
-    std::string reason;
+    std::string reason;    ///< what is wrong, and what to do if that isn't plain
 
-    /// "sareak.cfg:4: no such table: zenbakiak.sare"
+    /// "sareak.cfg:4: no such table: zenbakiak.sare"; without a file "line 4: ..."
     [[gnu::visibility("default")]] std::string text() const;
 };
 
 /// A place between two characters of a text, counted from its start in three units. A
 /// byte order mark counts like any character.
 struct Place {
-    std::size_t byte = 0;
-    std::size_t code_point = 0;
+    std::size_t byte = 0;        ///< bytes of UTF-8
+    std::size_t code_point = 0;  ///< characters as Unicode numbers them
     std::size_t utf16 = 0;  ///< units, two for a character beyond U+FFFF
 };
 
 /// A stretch of a text. Its first character may be looked at by line and column.
 struct Span {
-    Place begin, end;
+    Place begin;           ///< in front of its first character
+    Place end;             ///< behind its last character
     std::size_t line = 1;  ///< counted from 1; LF, CR LF and CR end a line
     std::size_t column =
         1;  ///< counted from 1 in code points; a byte order mark has none
-    std::size_t column_utf16 = 1;
+    std::size_t column_utf16 = 1;  ///< the same in UTF-16 units
 };
 
+/// What there is to tell about a stretch of text.
 enum class Kind {
     unknown,      ///< no source knows the word
     better_form,  ///< a known deviant form; `forms` has the standard ones
@@ -63,8 +65,8 @@ enum class Kind {
 
 /// Something to tell the user about a stretch of text.
 struct Finding {
-    Kind kind = Kind::unknown;
-    Span span;
+    Kind kind = Kind::unknown;  ///< what it is
+    Span span;                  ///< where it is
     std::string token;  ///< as written: the bytes of the text at `span`
 
     /// Proposals or better forms, the likeliest first, without repeats; the checker
@@ -75,7 +77,7 @@ struct Finding {
 
 /// One reading of a token.
 struct Reading {
-    std::string lemma;
+    std::string lemma;    ///< its lemma
     std::string tags;     ///< blank-separated: "IZE ARR"
     std::string network;  ///< key of the table that gave it; empty for an unknown word
     std::string raw;      ///< the whole analysis as the table has it
@@ -86,13 +88,13 @@ struct Reading {
 
 /// A generated form and its reading.
 struct Form {
-    std::string form;
-    Reading reading;
+    std::string form;  ///< as it is written
+    Reading reading;   ///< the lemma and the tags that it was made from
 };
 
 /// A token of a text: a word, a sign, or a unit of several words.
 struct Token {
-    Span span;
+    Span span;           ///< where it is
     std::string text;    ///< as written
     std::string folded;  ///< as the engine read it; empty for what it was kept from
     bool blank_follows = false;  ///< white space follows
@@ -100,7 +102,7 @@ struct Token {
     std::size_t sentence = 0;    ///< counted from 0 in the whole text
     bool known = false;          ///< some source has a reading
     bool foreign = false;        ///< a foreign word, an address, or a sign beyond Latin-1
-    std::vector<Reading> readings;
+    std::vector<Reading> readings;  ///< in the order of the networks
 };
 
 /// What separates paragraphs. A sentence and a unit of several words lie within one.
@@ -110,22 +112,23 @@ enum class Paragraphs {
     whole,  ///< the text is one
 };
 
+/// How Checker::check checks.
 struct CheckOptions {
-    Paragraphs paragraphs = Paragraphs::lines;
+    Paragraphs paragraphs = Paragraphs::lines;  ///< what separates them
     std::size_t most_forms =
         8;  ///< for each finding; 0 leaves them out and saves the time
-    /// Time for the proposals of one word, and for all of a call; 0 is no limit. It is
-    /// looked at between candidates.
+    /// Time for the proposals of one word; 0 is no limit. It is looked at between
+    /// candidates.
     std::chrono::milliseconds time_per_word{0};
-    std::chrono::milliseconds time_in_all{0};
-    bool report_foreign = false;
+    std::chrono::milliseconds time_in_all{0};  ///< the same for all of a call
+    bool report_foreign = false;               ///< words with foreign letters are findings
     /// Words that count as known, as written or in small letters. Borrowed.
     const std::set<std::string>* accepted = nullptr;
 };
 
 /// A word of the personal dictionary.
 struct PersonalWord {
-    std::string word;
+    std::string word;        ///< in its base form; a verb in its participle
     std::string word_class;  ///< "ARR", "IZO", "ADI", "PIB", "LIB" or "IZB"
     std::string better;      ///< the better form, or empty
     std::string instead;     ///< the form to use instead, or empty
@@ -133,22 +136,30 @@ struct PersonalWord {
 
 /// What Checker::import_words did.
 struct ImportReport {
-    std::size_t added = 0;
+    std::size_t added = 0;           ///< are new
     std::size_t there = 0;           ///< were in the dictionary before
     std::vector<Problem> refused;    ///< one for each line that could not be taken
     std::optional<Problem> problem;  ///< why nothing was written at all
 };
 
+/// What Checker::open opens.
 struct Settings {
     /// Configuration file that lists the tables, one a line; a name that is no path from
     /// the working folder is looked for beside the file. Empty: see find_configuration.
     std::string configuration;
     /// The personal dictionary, which need not exist. Empty: default_dictionary().
     std::string dictionary;
-    bool use_dictionary = true;
+    bool use_dictionary = true;  ///< false: no personal dictionary at all
 };
 
-enum class Format { multext, cg3, ikute, zuzenlex, check };
+/// The engine's own mark-ups, which Checker::render writes: docs/outputs.md shows them.
+enum class Format {
+    multext,   ///< a line for each token, with its analyses
+    cg3,       ///< constraint grammar's stream
+    ikute,     ///< the last problem word of each sentence
+    zuzenlex,  ///< a verdict for each token
+    check,     ///< the same, and proposals on request
+};
 
 /// The checker. Any number of threads may use one object at once; a word that one of them
 /// adds is seen by all from then on.
@@ -162,6 +173,7 @@ enum class Format { multext, cg3, ikute, zuzenlex, check };
 /// several words across such a cut is not seen. Time is linear in the length of the text.
 class [[gnu::visibility("default")]] Checker {
 public:
+    /// What open answers.
     struct Opened {
         std::unique_ptr<Checker>
             checker;                    ///< null if it can't work; `problems` tells why
@@ -188,6 +200,7 @@ public:
     /// those of one character ("..." written as one). `take` answers false to end.
     void analyze(std::string_view text, Paragraphs paragraphs,
                  const std::function<bool(const Token&)>& take) const;
+    /// The same as a list.
     std::vector<Token> analyze(std::string_view text,
                                Paragraphs paragraphs = Paragraphs::lines) const;
 

@@ -9,12 +9,12 @@
 
 namespace lemara::host {
 
-constexpr char32_t REPLACEMENT = 0xFFFD;  // stands for what is no UTF-8
+constexpr char32_t REPLACEMENT = 0xFFFD;  ///< stands for what is no UTF-8
 
 /// A character of a text; what is no UTF-8 counts as one character for each longest piece
 /// that begins like one, as browsers and Python's "replace" count.
 struct Character {
-    char32_t code = 0;
+    char32_t code = 0;       ///< its number
     std::size_t length = 1;  ///< bytes
     bool valid = true;       ///< false: `code` is REPLACEMENT
 };

@@ -14,7 +14,7 @@ using host::PersonalList;
 
 std::string Problem::text() const {
     std::string result = file;
-    if (line > 0) result += ':' + std::to_string(line);
+    if (line > 0) result += (file.empty() ? "line " : ":") + std::to_string(line);
     return result.empty() ? reason : result + ": " + reason;
 }
 

@@ -191,7 +191,8 @@ void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
         }
         Tokena& token = tokens[merged];
         token.hutsunea = tokens[last - 1].hutsunea;
-        if (places != nullptr) (*places)[merged] = {(*places)[first].begin, (*places)[last - 1].end};
+        if (places != nullptr)
+            (*places)[merged] = {(*places)[first].begin, (*places)[last - 1].end};
         if (analyses.empty()) {
             if (merged != first) token.testua = std::move(tokens[first].testua);
             mark_unknown(token, text);

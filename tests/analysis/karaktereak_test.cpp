@@ -14,8 +14,12 @@ bool among(int c, const std::vector<int>& list) {
 }
 
 /// A character function of one byte, judged over every byte.
-bool is_small_block(int byte) { return (byte >= 97 && byte <= 122) || (byte >= 224 && byte <= 253); }
-bool is_capital_block(int byte) { return (byte >= 65 && byte <= 90) || (byte >= 192 && byte <= 221); }
+bool is_small_block(int byte) {
+    return (byte >= 97 && byte <= 122) || (byte >= 224 && byte <= 253);
+}
+bool is_capital_block(int byte) {
+    return (byte >= 65 && byte <= 90) || (byte >= 192 && byte <= 221);
+}
 
 const std::vector<int> SIGNS = {33, 34, 39, 40, 41, 42, 43, 44, 45,  46,  47,
                                 58, 59, 61, 63, 91, 93, 95, 123, 125, 161, 191};

@@ -44,7 +44,7 @@ class CheckerTest(unittest.TestCase):
         self.assertEqual(check("\u041c\u0438\u0440", report_foreign=True)[0].kind, "foreign")
         self.assertEqual(len(check("zer\nmoduz")), 2)
         self.assertEqual(check("zer\nmoduz", paragraphs="blank"), [])
-        self.assertEqual(check("bozo", seconds=10)[0].complete, True)
+        self.assertEqual(check("bozo", seconds=10, seconds_per_word=5)[0].complete, True)
         with self.assertRaises(ValueError):
             check("bozo", paragraphs="pages")
 
@@ -54,6 +54,44 @@ class CheckerTest(unittest.TestCase):
         self.assertEqual([t.known for t in tokens], [True, False, True])
         self.assertEqual({r.lemma for r in tokens[0].readings}, {"etxe"})
         self.assertIn("etxeak", [f.form for f in self.checker.generate("etxe", "IZE")])
+
+    def test_hands_out_one_by_one(self):
+        taken = []
+        self.checker.check_each("bozo amigoak", taken.append)
+        self.assertEqual([f.token for f in taken], ["bozo", "amigoak"])
+        taken.clear()
+        self.checker.check_each("bozo amigoak", lambda f: taken.append(f) or False)
+        self.assertEqual(len(taken), 1)
+        self.checker.analyze_each("Etxeak bozo.", lambda t: taken.append(t) or len(taken) < 3)
+        self.assertEqual([t.text for t in taken[1:]], ["Etxeak", "bozo"])
+        with self.assertRaises(ZeroDivisionError):
+            self.checker.check_each("bozo", lambda finding: 1 // 0)
+
+    def test_tells_all_of_a_token(self):
+        token = self.checker.analyze("\U0001d4b3 \u201camigoak\u201d")[2]
+        self.assertEqual((token.text, token.folded), ("amigoak", "amigoak"))
+        self.assertEqual((token.span.column, token.span.column_utf16), (4, 5))
+        self.assertEqual((token.readings[0].better, token.readings[0].source), ("lagun", ""))
+
+    def test_renders(self):
+        render = self.checker.render
+        self.assertIn("etxe\\+Ize+Arr", render("Etxeak bozo."))
+        self.assertIn("\"<EBUK>\"", render("Etxeak bozo.", "cg3"))
+        self.assertIn("<frm>bozo</frm>", render("Etxeak bozo.", "ikute"))
+        self.assertNotEqual(render("Etxeak bozo.", "zuzenlex"), render("Etxeak bozo.", "ikute"))
+        self.assertNotIn("pozo", render("bozo", "markup"))
+        self.assertIn("<sugg>pozo</sugg>", render("bozo", "markup", True))
+        with self.assertRaisesRegex(ValueError, "zuzenlex"):
+            render("bozo", "pdf")
+
+    def test_tells_what_is_in_use(self):
+        tables = os.environ["LEMARA_TABLES"]
+        self.assertEqual(self.checker.configuration, os.path.join(tables, "sareak.cfg"))
+        self.assertEqual(self.checker.dictionary, self.path)
+        self.assertIn("eumorfo.sare", [os.path.basename(path) for path in self.checker.tables])
+        found, looked = lemara.find_configuration()
+        self.assertEqual((found, looked), (self.checker.configuration, [found]))
+        self.assertTrue(lemara.default_dictionary().endswith("lemara/hiztegia.txt"))
 
     def test_answers_about_words(self):
         self.assertTrue(self.checker.valid("etxe"))
@@ -70,6 +108,10 @@ class CheckerTest(unittest.TestCase):
         self.assertEqual(self.checker.export_words(), "1\nzapaburu\n")
         added, there, refused = self.checker.import_words("zapaburu\nzopo\nx\n")
         self.assertEqual((added, there, len(refused)), (1, 1, 1))
+        self.assertTrue(refused[0].startswith("line 3: x: "))
+        self.checker.add_word("zubi", "ARR", better="lagun")
+        self.assertEqual([(w.better, w.instead) for w in self.checker.words()][-1],
+                         ("lagun", ""))
         self.checker.remove_word("zapaburu")
         self.assertFalse(self.checker.valid("zapaburu"))
         with self.assertRaisesRegex(lemara.Error, "no such word"):

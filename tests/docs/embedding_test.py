@@ -40,7 +40,8 @@ for (language, source), (answer, expected) in zip(blocks, blocks[1:]):
         sys.exit("no answer stands below a program in " + language)
     programs += 1
     with tempfile.TemporaryDirectory() as folder:
-        run = subprocess.run(program_of(language, source, folder), stdout=subprocess.PIPE)
+        run = subprocess.run(program_of(language, source, folder), stdout=subprocess.PIPE,
+                             cwd=folder)
     printed = run.stdout.decode("utf-8")
     if run.returncode != 0 or printed != expected:
         wrong += 1

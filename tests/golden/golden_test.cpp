@@ -10,10 +10,7 @@
 //   hp:        (0)--<hp1>-->( )--<ABS><MG>:0-->((1))   (0)--<hp1>-->(
 //   )--<ABS><NUMP>:ak-->((2)) hiztegia.txt: zubi, and mai with the better form mahai;
 //   both <ARR>
-#include <algorithm>
-#include <filesystem>
-
-#include "support.h"
+#include "golden_texts.h"
 
 #ifndef LEMARA_TEST_SOURCES
 #error "LEMARA_TEST_SOURCES names the folder of the tests"
@@ -25,28 +22,6 @@ using namespace lemara::test;
 
 const std::filesystem::path GOLDEN =
     std::filesystem::path(LEMARA_TEST_SOURCES) / "golden";
-
-std::string render(const Lemara& engine, const std::string& format,
-                   const std::string& text) {
-    if (format == "check") return engine.getParagrafoaZuzenlex(text, true);
-    const Paragrafoa p = engine.analizatu_paragrafoa(1, text);
-    if (format == "cg3") return p.get_CG3(true, false, false);
-    return stdout_of([&] {
-        if (format == "multext") p.print_Multext(true, false, false);
-        if (format == "zuzenlex") p.print_Zuzenlex(engine.sareak.at("eumorfo"));
-        if (format == "ikute") p.print_Ikute();
-    });
-}
-
-std::vector<std::string> names_in(const std::filesystem::path& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (entry.path().extension() == ".in")
-            names.push_back(entry.path().stem().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 }  // namespace
 
@@ -66,15 +41,15 @@ TEST(Golden, ParagraphsComeOutByteForByte) {
     ASSERT_EQ(engine->sareak.size(), 3u);
 
     const std::vector<std::string> expected = {"empty", "greeting", "mixed", "readings"};
-    for (const std::string format : {"multext", "cg3", "zuzenlex", "ikute", "check"}) {
-        ASSERT_EQ(names_in(GOLDEN / format), expected) << format;
+    for (const std::string& format : GOLDEN_FORMATS) {
+        ASSERT_EQ(texts_in(GOLDEN / format), expected) << format;
         for (const std::string& name : expected) {
             SCOPED_TRACE(format + "/" + name);
             const std::filesystem::path out = GOLDEN / format / (name + ".out");
             ASSERT_TRUE(std::filesystem::is_regular_file(out)) << out;
             const std::string text =
                 read_file((GOLDEN / format / (name + ".in")).string());
-            EXPECT_EQ(render(*engine, format, text), read_file(out.string()));
+            EXPECT_EQ(rendered(*engine, format, text), read_file(out.string()));
         }
     }
 }

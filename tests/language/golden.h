@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "golden_texts.h"
 #include "language.h"
 
 namespace lemara::test {
@@ -16,8 +17,6 @@ inline const std::filesystem::path GOLDEN = LANGUAGE_DATA / "golden";
 // acronyms, names and multiword units.
 inline const std::vector<std::string> GOLDEN_NAMES = {
     "agurrak", "akatsak", "galderak", "laburdurak", "perpausak", "zenbakiak"};
-inline const std::vector<std::string> GOLDEN_FORMATS = {"multext", "cg3", "zuzenlex",
-                                                        "ikute", "check"};
 
 inline std::filesystem::path golden_file(const std::string& name,
                                          const std::string& format) {
@@ -28,18 +27,7 @@ inline std::filesystem::path golden_file(const std::string& name,
 inline std::string golden_text(const std::string& name, const std::string& format) {
     std::string text = latin1(text_of_file(GOLDEN / (name + ".in")));
     if (!text.empty() && text.back() == '\n') text.pop_back();
-    if (format == "check") {
-        return tools::utf8_from_latin1(basque().getParagrafoaZuzenlex(text, true));
-    }
-    const Paragrafoa paragraph = basque().analizatu_paragrafoa(1, text);
-    if (format == "cg3") {
-        return tools::utf8_from_latin1(paragraph.get_CG3(true, false, false));
-    }
-    return tools::utf8_from_latin1(stdout_of([&] {
-        if (format == "multext") paragraph.print_Multext(true, false, false);
-        if (format == "zuzenlex") paragraph.print_Zuzenlex(basque().sareak.at("eumorfo"));
-        if (format == "ikute") paragraph.print_Ikute();
-    }));
+    return tools::utf8_from_latin1(rendered(basque(), format, text));
 }
 
 }  // namespace lemara::test

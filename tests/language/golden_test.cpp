@@ -3,23 +3,7 @@
 // read.
 #include "golden.h"
 
-#include <algorithm>
-
-namespace {
-
 using namespace lemara::test;
-
-std::vector<std::string> texts_in(const std::filesystem::path& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (entry.path().extension() == ".in")
-            names.push_back(entry.path().stem().string());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-}  // namespace
 
 TEST(Golden, ParagraphsComeOutByteForByte) {
     ASSERT_EQ(texts_in(GOLDEN), GOLDEN_NAMES);

@@ -8,27 +8,22 @@
 
 #include "Taula.h"
 #include "support.h"
+#include "table_text.h"
 
 namespace {
 
 using lemara::test::analyses_of;
+using lemara::test::data_file;
+using lemara::test::KA;
 using lemara::test::paths;
 using lemara::test::table_from;
 using lemara::test::word_path;
 using Strings = std::vector<std::string>;
 
-std::string data_file(const std::string& name) {
-    return std::string(LEMARA_TEST_SOURCES) + "/data/" + name;
-}
-
 struct WalkCase {
     std::string label, table, tokena;
     Strings analisiak;
 };
-
-// tests/data/ka.sare: double brackets end a word
-// (0)--k-->(1)--a-->(2)--<IZE>:<>-->((3))
-const char KA[] = "0\tk\t1\n1\ta\t2\n2\t<IZE>:<>\t3\nfinal: 3\n";
 
 // One arc of several letters beside the single ones.
 // (0)--a-->(1)--b-->((2)),  (0)--X:ab-->((2))

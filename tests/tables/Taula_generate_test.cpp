@@ -7,19 +7,18 @@
 
 #include "Taula.h"
 #include "support.h"
+#include "table_text.h"
 
 namespace {
 
 using lemara::test::analyses_of;
+using lemara::test::data_file;
 using lemara::test::forms_of;
+using lemara::test::KA;
 using lemara::test::paths;
 using lemara::test::table_from;
 using lemara::test::word_path;
 using Strings = std::vector<std::string>;
-
-std::string data_file(const std::string& name) {
-    return std::string(LEMARA_TEST_SOURCES) + "/data/" + name;
-}
 
 constexpr bool WHOLE_PATHS = false;
 constexpr bool STOP_AT_TAG = true;
@@ -36,9 +35,6 @@ struct GenerateCase {
     bool etiketanGelditu;
     Strings pairs;  // "analysis=form"
 };
-
-// (0)--k-->(1)--a-->(2)--<IZE>:<>-->((3))
-const char KA[] = "0\tk\t1\n1\ta\t2\n2\t<IZE>:<>\t3\nfinal: 3\n";
 
 // (0)--u-->(1)--r-->(2)--<IZE>:<>-->((3))--<ABS>:a-->((4)), the end of (3) before its arc
 const char UR[] =

@@ -16,14 +16,11 @@
 
 namespace {
 
+using lemara::test::data_file;
 using lemara::test::describe;
 using lemara::test::stdout_of;
 using lemara::test::TempDir;
 using Strings = std::vector<std::string>;
-
-std::string data_file(const std::string& name) {
-    return std::string(LEMARA_TEST_SOURCES) + "/data/" + name;
-}
 
 struct LoadCase {
     std::string label, text;

@@ -2,9 +2,8 @@
 // hangs or reads beyond a buffer, and what is loaded is what a plain reader makes of it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <iostream>
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -21,6 +20,7 @@
 namespace {
 
 using lemara::test::describe;
+using lemara::test::expect_hits;
 using lemara::test::Hits;
 using lemara::test::PlainAnalysis;
 using lemara::test::PlainGeneration;
@@ -289,11 +289,9 @@ TEST(TableFuzz, AnyBytesMakeATable) {
             ASSERT_EQ(head(describe(secret)), head(describe(from_memory)));
         }
     }
-    for (const auto& [feature, count] : hits) std::cout << feature << ": " << count << '\n';
-    for (const char* feature :
-         {"files compared", "memory compared", "analyses compared", "generations compared"}) {
-        EXPECT_GT(hits[feature], static_cast<long>(INPUTS / 2)) << feature;
-    }
+    expect_hits(hits,
+                {"files compared", "memory compared", "analyses compared", "generations compared"},
+                INPUTS / 2);
     EXPECT_GT(hits["analyses found"], 100);
     EXPECT_GT(hits["forms found"], 100);
     EXPECT_GT(hits["a cycle in the analysis"], 100);
@@ -393,8 +391,8 @@ TEST(ConfigurationFuzz, AnyBytesMakeAnEngine) {
     lines.push_back(folder.write("a.tab", "final: 0\n"));
     lines.push_back(folder.write("zaborra.sare", std::string("\0\377\t\n9\t:", 8)));
 
-    std::map<std::string, int> hits;
-    for (unsigned seed = FIRST_SEED; seed < FIRST_SEED + 1500; ++seed) {
+    Hits hits;
+    for (unsigned seed = FIRST_SEED; seed < FIRST_SEED + INPUTS; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         RandomBytes random(seed);
         std::string text;
@@ -406,7 +404,7 @@ TEST(ConfigurationFuzz, AnyBytesMakeAnEngine) {
             text += line + (random.once_in(6) ? "\r\n" : "\n");
         }
         if (random.once_in(4) && !text.empty()) text.pop_back();
-        if (text.find('\0') != std::string::npos) continue;  // a path can't hold one
+        std::replace(text.begin(), text.end(), '\0', '0');  // a path can't hold a NUL
 
         const PlainConfiguration expected(text);
         const std::string path = write_anew(folder, "sareak.cfg", text);
@@ -422,6 +420,7 @@ TEST(ConfigurationFuzz, AnyBytesMakeAnEngine) {
                     std::string(error.what()).find("basic_string::substr") != std::string::npos;
             }
             for (const auto& [key, network] : engine.sareak) keys.insert(key);
+            if (seed % 10 > 0) return;  // what questions build takes longer than loading
             engine.isValid("a", true);
             engine.isValid("a b", false);
         });
@@ -434,9 +433,6 @@ TEST(ConfigurationFuzz, AnyBytesMakeAnEngine) {
         if (output.find("Ezin da") != std::string::npos) ++hits["a missing file"];
         if (!keys.empty() && keys.begin()->empty()) ++hits["the empty key"];
     }
-    for (const auto& [feature, count] : hits) std::cout << feature << ": " << count << '\n';
-    for (const char* feature : {"a short key", "several networks", "too many networks",
-                                "a missing file", "the empty key"}) {
-        EXPECT_GT(hits[feature], 0) << feature;
-    }
+    expect_hits(hits, {"a short key", "several networks", "too many networks", "a missing file",
+                       "the empty key"});
 }

@@ -202,20 +202,25 @@ TEST(Image, ForgedImagesAreRefusedOrHarmless) {
     std::map<std::string, int> outcomes;
     for (unsigned seed = 1; seed <= 40; ++seed) {
         RandomTables random(seed);
-        std::string image = lemara::compile_table(*table_from(seed % 4 == 0 ? random.table() : SMALL));
+        std::string image =
+            lemara::compile_table(*table_from(seed % 4 == 0 ? random.table() : SMALL));
         if (seed % 8 == 0) image = lemara::with_other_byte_order(image);
         const bool own_order = seed % 8 != 0;
         for (int round = 0; round < 120; ++round) {
             std::string forged = image;
             for (int changes = 1 + random.below(3); changes > 0; --changes) {
-                const std::size_t at = CHECKED_FROM + random.up_to(forged.size() - CHECKED_FROM - 1);
+                const std::size_t at =
+                    CHECKED_FROM + random.up_to(forged.size() - CHECKED_FROM - 1);
                 switch (random.below(4)) {
                     case 0: forged[at] = static_cast<char>(random.below(256)); break;
-                    case 1: forged[at] = static_cast<char>(forged[at] + 1 - 2 * random.below(2)); break;
+                    case 1:
+                        forged[at] = static_cast<char>(forged[at] + 1 - 2 * random.below(2));
+                        break;
                     case 2: forged[at] = random.once_in(2) ? '\377' : '\177'; break;
                     default: {
                         const std::size_t word = at / 4 * 4;
-                        if (word + 4 <= forged.size()) forged.replace(word, 4, forged, at / 8 * 4, 4);
+                        if (word + 4 <= forged.size())
+                            forged.replace(word, 4, forged, at / 8 * 4, 4);
                     }
                 }
             }
@@ -234,7 +239,8 @@ TEST(Image, ForgedImagesAreRefusedOrHarmless) {
             }
         }
     }
-    for (const auto& [outcome, count] : outcomes) std::cout << "  " << outcome << ": " << count << '\n';
+    for (const auto& [outcome, count] : outcomes)
+        std::cout << "  " << outcome << ": " << count << '\n';
     EXPECT_GT(outcomes["taken"], 0);
     for (const char* defect : {"an arc leads to no state", "an arc has no label",
                                "an arc is misdescribed", "a symbol is misdescribed",

@@ -95,11 +95,7 @@ struct Tally {
     long comparisons = 0, results = 0, given_up = 0;
 
     void expect(const Strings& features) const {
-        for (const auto& [feature, count] : hits) std::cout << "  " << feature << ": " << count << '\n';
-        for (const std::string& feature : features) {
-            const auto found = hits.find(feature);
-            EXPECT_TRUE(found != hits.end() && found->second > 0) << "never met: " << feature;
-        }
+        lemara::test::expect_hits(hits, features);
         std::cout << "  comparisons: " << comparisons << ", with results: " << results
                   << ", too large for the twin: " << given_up << '\n';
         EXPECT_GT(results, comparisons / 20);

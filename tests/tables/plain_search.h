@@ -8,18 +8,16 @@
 #pragma once
 
 #include <algorithm>
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Taula.h"
+#include "hits.h"
 #include "iragazkiak.h"
 #include "karaktereak.h"
 
 namespace lemara::test {
-
-using Hits = std::map<std::string, long>;
 
 inline bool plain_contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;

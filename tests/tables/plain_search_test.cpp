@@ -91,8 +91,8 @@ Symbols random_path(const Taula& table, Random& random) {
     for (int length = 0; length < 8; ++length) {
         const Egoera* const here = lemara::test::plain_state(table, state);
         if (here == nullptr || here->zubiak.empty()) break;
-        const Zubia* const arc =
-            here->zubiak[static_cast<std::size_t>(random.below(static_cast<int>(here->zubiak.size())))];
+        const Zubia* const arc = here->zubiak[static_cast<std::size_t>(
+            random.below(static_cast<int>(here->zubiak.size())))];
         if (arc == nullptr) break;
         const std::string& upper = arc->goiko_ikurra;
         const bool digit = upper.size() > 1 && (upper[1] == '0' || upper[1] == '1');
@@ -145,14 +145,7 @@ struct Tally {
 void report(const std::string& title, const Tally& tally, const Strings& features) {
     std::cout << title << ": " << tally.searches << " searches, " << tally.with_results
               << " with results, " << tally.given_up << " too large for the twin\n";
-    for (const auto& [feature, count] : tally.hits) {
-        std::cout << "  " << feature << ": " << count << '\n';
-    }
-    for (const std::string& feature : features) {
-        const auto found = tally.hits.find(feature);
-        EXPECT_TRUE(found != tally.hits.end() && found->second > 0)
-            << "no table reached: " << feature;
-    }
+    lemara::test::expect_hits(tally.hits, features);
     EXPECT_GT(tally.with_results, tally.searches / 10);
     EXPECT_LE(tally.given_up, tally.searches / 100);
 }

@@ -42,7 +42,9 @@ public:
             switch (below(4)) {
                 case 0: text[at] = static_cast<char>(below(256)); break;
                 case 1: text.erase(at, 1 + below(3)); break;
-                case 2: text.insert(at, 1, alphabet[below(static_cast<unsigned>(alphabet.size()))]); break;
+                case 2:
+                    text.insert(at, 1, alphabet[below(static_cast<unsigned>(alphabet.size()))]);
+                    break;
                 default: text.insert(at, text.substr(at, 1 + below(8))); break;
             }
         }

@@ -1,4 +1,5 @@
-// A table told in text, for comparison: one string a state.
+// Tables in files and in text: those of tests/data, and any table told for comparison, one string
+// a state.
 #pragma once
 
 #include <string>
@@ -7,6 +8,15 @@
 #include "Taula.h"
 
 namespace lemara::test {
+
+/// Path of a file in tests/data.
+inline std::string data_file(const std::string& name) {
+    return std::string(LEMARA_TEST_SOURCES) + "/data/" + name;
+}
+
+/// tests/data/ka.sare: double brackets end a word
+/// (0)--k-->(1)--a-->(2)--<IZE>:<>-->((3))
+constexpr char KA[] = "0\tk\t1\n1\ta\t2\n2\t<IZE>:<>\t3\nfinal: 3\n";
 
 /// "k/k>1" for an arc that reads and writes k and leads to state 1, "#" for the end of a
 /// word; in the order of the state, with a blank between. "! " in front if `final` is set.

@@ -17,6 +17,8 @@ from ._lemara import (
     Span,
     Token,
     __version__,
+    default_dictionary,
+    find_configuration,
 )
 
 __all__ = [
@@ -29,4 +31,6 @@ __all__ = [
     "Span",
     "Token",
     "__version__",
+    "default_dictionary",
+    "find_configuration",
 ]
