@@ -238,25 +238,16 @@ struct Cell {
 std::vector<Cell> cells_of(std::string_view line) {
     std::vector<Cell> cells;
     while (!line.empty()) {
-        const std::size_t invalid = find_invalid_utf8(line);
-        std::size_t at = 0;
-        while (at < std::min(invalid, line.size())) {
-            const std::size_t start = at;
-            const char32_t character = next_character(line, at);
-            std::string text = character == '\t'
-                                   ? " "
-                                   : printable(line.substr(start, at - start));
-            const bool escaped = text.size() > 1 && text[0] == '\\';
-            const std::size_t columns = escaped                        ? text.size()
-                                        : is_in(NO_COLUMN, character)   ? 0
-                                        : is_in(TWO_COLUMNS, character) ? 2
-                                                                        : 1;
-            cells.push_back({std::move(text), columns});
-        }
-        line.remove_prefix(at);
-        if (line.empty()) break;
-        cells.push_back({printable(line.substr(0, 1)), 4});
-        line.remove_prefix(1);
+        const host::Character character = character_at(line, 0);
+        std::string text =
+            character.code == '\t' ? " " : printable(line.substr(0, character.length));
+        const bool escaped = text.size() > 1 && text[0] == '\\';
+        const std::size_t columns = escaped                              ? text.size()
+                                    : is_in(NO_COLUMN, character.code)   ? 0
+                                    : is_in(TWO_COLUMNS, character.code) ? 2
+                                                                         : 1;
+        cells.push_back({std::move(text), columns});
+        line.remove_prefix(character.length);
     }
     return cells;
 }
@@ -343,6 +334,26 @@ std::string with_its_line(const std::string& file, const Finding& finding,
            (to < right.size() ? "\xE2\x80\xA6\n  " : "\n  ") +
            std::string(left_columns, ' ') + colour(word_colour) + '^' +
            std::string(word_columns - 1, '~') + colour(PLAIN) + '\n';
+}
+
+constexpr std::size_t MOST_AROUND = 600;  // bytes of a line on each side of a word
+
+std::string_view before_on_line(std::string_view text, std::size_t at) {
+    const std::size_t from = at > MOST_AROUND ? at - MOST_AROUND : 0;
+    std::string_view before = text.substr(from, at - from);
+    const std::size_t end = before.find_last_of("\r\n");
+    if (end != before.npos) before.remove_prefix(end + 1);
+    while (!before.empty() && (before.front() & 0xC0) == 0x80) before.remove_prefix(1);
+    return before;
+}
+
+std::string_view after_on_line(std::string_view text, std::size_t at) {
+    std::string_view after = text.substr(std::min(at, text.size()), MOST_AROUND);
+    after = after.substr(0, after.find_first_of("\r\n"));
+    if (after.size() < MOST_AROUND) return after;
+    while (!after.empty() && (after.back() & 0xC0) == 0x80) after.remove_suffix(1);
+    if (!after.empty()) after.remove_suffix(1);  // a character that may be cut
+    return after;
 }
 
 }  // namespace lemara::tools

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "choices.h"
 #include "commands.h"
 #include "engine.h"
 #include "failure.h"
@@ -69,7 +70,7 @@ void add_analyze(CLI::App& app, int& status) {
             "--format", arguments->format,
             "multext (default), cg3, ikute (the last problem word of each sentence) or "
             "zuzenlex (a verdict for each word)")
-        ->transform(CLI::CheckedTransformer(formats).description(""))
+        ->transform(one_of(formats))
         ->type_name("NAME");
     command->add_flag(
         "--values", arguments->values,

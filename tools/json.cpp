@@ -32,7 +32,7 @@ std::string json_string(std::string_view text) {
         text.remove_prefix(end);
         if (text.empty()) break;
         result += "\xEF\xBF\xBD";
-        text.remove_prefix(length_of_invalid(text));
+        text.remove_prefix(character_at(text, 0).length);
     }
     return result + '"';
 }

@@ -7,8 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "lemara/utf8.h"
+#include "host/characters.h"
 #include "lemara/checker.h"
+#include "lemara/utf8.h"
 
 namespace lemara::host {
 
@@ -35,13 +36,14 @@ struct Piece {
 /// Cuts a text into pieces.
 class PieceReader {
 public:
-    PieceReader(std::string_view text, Paragraphs paragraphs)
-        : text_(text), paragraphs_(paragraphs) {}
+    PieceReader(std::string_view text, Paragraphs paragraphs, Signs signs = Signs::apart)
+        : text_(text), paragraphs_(paragraphs), signs_(signs) {}
 
     /// The next piece that is not blank; false at the end of the text.
     bool next(Piece& piece);
 
 private:
+    Folding folding_of(const Character& character) const;
     bool step(Piece& piece);
     bool line_end(Piece& piece);
     bool blank_line_follows() const;
@@ -52,12 +54,23 @@ private:
 
     std::string_view text_;
     Paragraphs paragraphs_;
+    Signs signs_;
     std::size_t at_ = 0;
     std::size_t paragraph_ = 0;
     char32_t before_ = ' ';
 };
 
-/// A word or short text as the engine reads it, in one piece.
+/// A paragraph as the engine alone reads it: its own rules see signs and addresses as
+/// they are typed.
+struct EngineText {
+    std::string latin1;
+    Bytes lost;  ///< the first stretch that STAND_IN stands for; empty if there is none
+};
+
+/// The one folding for whoever asks the engine itself. Visible for the command.
+[[gnu::visibility("default")]] EngineText engine_text(std::string_view utf8);
+
+/// A word or short text as the checker reads it, in one piece, without blanks around it.
 std::string fold_word(std::string_view utf8, bool* foreign = nullptr);
 
 }  // namespace lemara::host

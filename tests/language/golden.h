@@ -27,7 +27,7 @@ inline std::filesystem::path golden_file(const std::string& name,
 inline std::string golden_text(const std::string& name, const std::string& format) {
     std::string text = latin1(text_of_file(GOLDEN / (name + ".in")));
     if (!text.empty() && text.back() == '\n') text.pop_back();
-    return tools::utf8_from_latin1(rendered(basque(), format, text));
+    return host::utf8_from_latin1(rendered(basque(), format, text));
 }
 
 }  // namespace lemara::test
