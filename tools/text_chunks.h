@@ -30,6 +30,19 @@ struct TextExtent {
 
 TextExtent extent_of(std::string_view text);
 
+/// Calls `take` with each line without its line end (LF or CR LF). A line feed at the end
+/// begins no other line.
+template <class Take>
+void for_each_line(std::string_view text, Take take) {
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(end == text.npos ? text.size() : end + 1);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        take(line);
+    }
+}
+
 /// The chunks of several files in their order. Each file has one chunk at least. A file
 /// that can't be read, or holds a NUL near its start and so is no text, ends with a chunk
 /// that tells why, and the next one follows.

@@ -53,7 +53,8 @@ bool PieceReader::next(Piece& piece) {
 bool PieceReader::step(Piece& piece) {
     const Character c = character_at(text_, at_);
     const Folding folding = c.valid ? folding_of(c.code) : Folding{Role::foreign};
-    const bool addressed = folding.role == Role::word || folding.role == Role::sign;
+    const bool addressed =
+        addresses_ && (folding.role == Role::word || folding.role == Role::sign);
     const std::size_t address =
         addressed && may_precede_address(before_) ? address_at(text_, at_) : 0;
     if (address > 0) {
@@ -72,7 +73,12 @@ bool PieceReader::step(Piece& piece) {
     if (folding.role == Role::nothing) return true;
     before_ = c.code;
     const bool blank = folding.role == Role::blank;
-    put(piece, blank ? " " : folding.bytes, {start, at_});
+    const bool as_it_stands = !addresses_ && !blank && c.code < 0x80;
+    put(piece,
+        blank          ? " "
+        : as_it_stands ? text_.substr(start, c.length)
+                       : folding.bytes,
+        {start, at_});
     const std::size_t size = piece.latin1.size();
     if (!blank) return size < PIECE_LIMIT;
     return size < PIECE_TO_SENTENCE ||
@@ -180,18 +186,32 @@ bool PieceReader::joiner_follows(std::string_view& bytes, std::size_t& length) c
     return true;
 }
 
-std::string fold_word(std::string_view utf8, bool* foreign) {
-    std::string word;
-    bool any_foreign = false;
-    PieceReader reader(utf8, Paragraphs::whole);
+namespace {
+
+/// All of a text, without blanks around it.
+std::string fold(PieceReader reader, bool& foreign) {
+    std::string text;
     for (Piece piece; reader.next(piece);) {
-        word += piece.latin1;
-        any_foreign = any_foreign || piece.latin1.find(STAND_IN) != std::string::npos;
+        text += piece.latin1;
+        foreign = foreign || piece.latin1.find(STAND_IN) != std::string::npos;
     }
-    if (foreign != nullptr) *foreign = any_foreign;
-    const std::size_t first = word.find_first_not_of(' ');
+    const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string::npos) return "";
-    return word.substr(first, word.find_last_not_of(' ') - first + 1);
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+std::string fold_word(std::string_view utf8, bool* foreign) {
+    bool any_foreign = false;
+    std::string word = fold(PieceReader(utf8, Paragraphs::whole), any_foreign);
+    if (foreign != nullptr) *foreign = any_foreign;
+    return word;
+}
+
+std::string fold_paragraph(std::string_view utf8) {
+    bool foreign = false;
+    return fold(PieceReader(utf8, Paragraphs::whole, false), foreign);
 }
 
 }  // namespace lemara::host

@@ -35,8 +35,10 @@ struct Piece {
 /// Cuts a text into pieces.
 class PieceReader {
 public:
-    PieceReader(std::string_view text, Paragraphs paragraphs)
-        : text_(text), paragraphs_(paragraphs) {}
+    /// With `addresses` an address is a STAND_IN, and so is a sign that the engine would take
+    /// into a word; else both come as they stand.
+    PieceReader(std::string_view text, Paragraphs paragraphs, bool addresses = true)
+        : text_(text), paragraphs_(paragraphs), addresses_(addresses) {}
 
     /// The next piece that is not blank; false at the end of the text.
     bool next(Piece& piece);
@@ -52,6 +54,7 @@ private:
 
     std::string_view text_;
     Paragraphs paragraphs_;
+    bool addresses_;
     std::size_t at_ = 0;
     std::size_t paragraph_ = 0;
     char32_t before_ = ' ';
@@ -59,5 +62,9 @@ private:
 
 /// A word or short text as the engine reads it, in one piece.
 std::string fold_word(std::string_view utf8, bool* foreign = nullptr);
+
+/// A paragraph as the engine reads it by itself, in one piece: it has rules of its own for
+/// addresses.
+std::string fold_paragraph(std::string_view utf8);
 
 }  // namespace lemara::host
