@@ -232,25 +232,16 @@ struct Cell {
 std::vector<Cell> cells_of(std::string_view line) {
     std::vector<Cell> cells;
     while (!line.empty()) {
-        const std::size_t invalid = find_invalid_utf8(line);
-        std::size_t at = 0;
-        while (at < std::min(invalid, line.size())) {
-            const std::size_t start = at;
-            const char32_t character = next_character(line, at);
-            std::string text = character == '\t'
-                                   ? " "
-                                   : printable(line.substr(start, at - start));
-            const bool escaped = text.size() > 1 && text[0] == '\\';
-            const std::size_t columns = escaped                        ? text.size()
-                                        : is_in(NO_COLUMN, character)   ? 0
-                                        : is_in(TWO_COLUMNS, character) ? 2
-                                                                        : 1;
-            cells.push_back({std::move(text), columns});
-        }
-        line.remove_prefix(at);
-        if (line.empty()) break;
-        cells.push_back({printable(line.substr(0, 1)), 4});
-        line.remove_prefix(1);
+        const host::Character character = character_at(line, 0);
+        std::string text =
+            character.code == '\t' ? " " : printable(line.substr(0, character.length));
+        const bool escaped = text.size() > 1 && text[0] == '\\';
+        const std::size_t columns = escaped                              ? text.size()
+                                    : is_in(NO_COLUMN, character.code)   ? 0
+                                    : is_in(TWO_COLUMNS, character.code) ? 2
+                                                                         : 1;
+        cells.push_back({std::move(text), columns});
+        line.remove_prefix(character.length);
     }
     return cells;
 }

@@ -66,9 +66,8 @@ std::string ChunkPlaces::complaint(const ChunkText& text, const std::string& fil
     const std::string_view before =
         std::string_view(text.chunk.text).substr(0, text.invalid_at);
     const std::size_t line_start = before.find_last_of("\r\n") + 1;  // npos + 1 is 0
-    const std::size_t line = base_.line_ends + extent_of(before).line_ends + 1;
-    return file + ':' + std::to_string(line) + ": not UTF-8 at byte " +
-           std::to_string(before.size() - line_start + 1) +
+    return file + ':' + std::to_string(line(extent_of(before).line_ends)) +
+           ": not UTF-8 at byte " + std::to_string(before.size() - line_start + 1) +
            "; what is no UTF-8 is passed over (--encoding latin-1?)";
 }
 

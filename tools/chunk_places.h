@@ -45,6 +45,9 @@ public:
     /// What to tell of bytes that are no UTF-8, once for each file; else empty.
     std::string complaint(const ChunkText& text, const std::string& file);
 
+    /// The line of the file, from 1, that is line `number`, from 0, of the chunk.
+    std::size_t line(std::size_t number) const { return base_.line_ends + number + 1; }
+
     bool any_invalid() const { return any_invalid_; }
 
 private:

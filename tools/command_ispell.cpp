@@ -13,6 +13,7 @@
 #include "ispell.h"
 #include "output.h"
 #include "text_chunks.h"
+#include "text_encoding.h"
 #include "text_reader.h"
 
 namespace lemara::tools {
@@ -129,8 +130,10 @@ std::string in_utf8(const std::string& text, Encoding encoding) {
 
 std::string out_of_utf8(const std::string& text, Encoding encoding) {
     if (encoding == Encoding::UTF_8) return text;
-    std::string complaint;
-    return decoded(text, Encoding::UTF_8, complaint).value_or("");
+    std::string latin1;
+    char32_t missing = 0;
+    latin1_exactly(text, latin1, missing);  // it came from Latin-1, or from the tables
+    return latin1;
 }
 
 int serve(Checker& checker, Encoding encoding) {

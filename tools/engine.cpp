@@ -1,69 +1,11 @@
 #include "engine.h"
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 
-#include "configuration.h"
 #include "failure.h"
-#include "lemara/checker.h"
 
 namespace lemara::tools {
-
-namespace {
-
-std::string default_configuration() {
-    std::vector<std::string> looked;
-    std::string path = find_configuration(&looked);
-    if (!path.empty()) return path;
-    std::string places;
-    for (const std::string& place : looked) places += (places.empty() ? "" : ", ") + place;
-    throw Failure("no tables: name a configuration with --config; none is at " + places);
-}
-
-std::vector<ListedTable> find_tables(const std::string& configuration) {
-    if (!configuration.empty()) return read_configuration(configuration, "");
-    // The tables that came with the command lie beside their list, wherever that is.
-    const std::string path = default_configuration();
-    return read_configuration(path, std::filesystem::path(path).parent_path().string());
-}
-
-/// While one stands, an exit of the process is a failure: the library ends the process,
-/// with status 0, when a table vanishes between our look at it and its own.
-class NoExit {
-public:
-    NoExit() {
-        static const int registered = std::atexit([] {
-            if (!standing_) return;
-            message("a table vanished while it was loaded");
-            ::_exit(FAILED);
-        });
-        static_cast<void>(registered);
-        standing_ = true;
-    }
-    ~NoExit() { standing_ = false; }
-    NoExit(const NoExit&) = delete;
-    NoExit& operator=(const NoExit&) = delete;
-
-private:
-    static inline bool standing_ = false;
-};
-
-void load_networks(Lemara& engine, const std::vector<ListedTable>& tables) {
-    const NoExit guard;
-    for (const ListedTable& table : tables) {
-        auto network =
-            std::make_unique<Sarea>(table.key, table.path, new Taula(table.path));
-        Sarea*& slot = engine.sareak[table.key];
-        delete slot;  // a later network of the same key replaces an earlier one
-        slot = network.release();
-    }
-}
-
-}  // namespace
 
 void add_engine_options(CLI::App& command, EngineArguments& arguments) {
     command.add_option(
@@ -71,7 +13,7 @@ void add_engine_options(CLI::App& command, EngineArguments& arguments) {
         "configuration file that lists the tables, one a line; without it the "
         "tables that came with lemara");
     command.add_option("--dictionary", arguments.dictionary,
-                       "personal dictionary, in Latin-1");
+                       "personal dictionary; without it none");
     add_encoding_option(command, arguments.encoding);
 }
 
@@ -99,19 +41,18 @@ void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
     command.add_option("FILE", files, "text files; - or none for standard input");
 }
 
-Session::Session(const EngineArguments& arguments) : encoding_(arguments.encoding) {
-    const std::vector<ListedTable> tables = find_tables(arguments.configuration);
-    if (!arguments.dictionary.empty()) {
-        for (const std::string& note : check_dictionary(arguments.dictionary))
-            message(note);
-    }
-    engine_ = std::make_unique<Lemara>();
-    load_networks(*engine_, tables);
-    engine_->konfigurazioa = arguments.configuration;
-    engine_->hiztegiFitxategia = arguments.dictionary;
-    engine_->hiztegiPertsonala = arguments.dictionary.empty()
-                                     ? new HiztegiPertsonala()
-                                     : new HiztegiPertsonala(arguments.dictionary);
+namespace {
+
+/// Without a dictionary none is used, so that answers depend on nothing else.
+CheckerArguments checker_arguments(const EngineArguments& arguments) {
+    return {arguments.configuration, arguments.dictionary, arguments.dictionary.empty()};
+}
+
+}  // namespace
+
+Session::Session(const EngineArguments& arguments)
+    : encoding_(arguments.encoding),
+      checker_(open_checker(checker_arguments(arguments))) {
     if (!arguments.dictionary.empty() && network("hp") == nullptr) {
         throw Failure(
             "no network \"hp\", which a personal dictionary needs; list a table with "
@@ -120,8 +61,8 @@ Session::Session(const EngineArguments& arguments) : encoding_(arguments.encodin
 }
 
 const Sarea* Session::network(const std::string& key) const {
-    const auto found = engine_->sareak.find(key);
-    return found == engine_->sareak.end() ? nullptr : found->second;
+    const auto found = engine().sareak.find(key);
+    return found == engine().sareak.end() ? nullptr : found->second;
 }
 
 bool Session::decode(const std::string& place, const std::string& typed,

@@ -1,4 +1,4 @@
-// The engine as the commands use it: opened with checks before and silence around it.
+// The engine as the commands use it: that of a checker, with silence around it.
 // Tests: tests/tools/command_line_test.py.
 #pragma once
 
@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "Lemara.h"
+#include "checker.h"
+#include "host/inside.h"
 #include "output.h"
 #include "text_reader.h"
 
@@ -37,11 +39,10 @@ void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
 /// reaches the results.
 class Session {
 public:
-    /// Errors: Failure, before the library is asked, for a configuration, table or
-    /// dictionary that it could not use.
+    /// Errors: Failure for a configuration, table or dictionary that can't be used.
     explicit Session(const EngineArguments& arguments);
 
-    const Lemara& engine() const { return *engine_; }
+    const Lemara& engine() const { return host::engine_of(*checker_); }
 
     /// The network of that key; null if there is none.
     const Sarea* network(const std::string& key) const;
@@ -71,7 +72,7 @@ private:
     Results results_;             // made first: keeps the real standard output
     EngineOutput engine_output_;  // made before the engine and gone behind it
     Encoding encoding_;
-    std::unique_ptr<Lemara> engine_;
+    std::unique_ptr<Checker> checker_;
 
     bool decode(const std::string& place, const std::string& typed, std::string& word);
 };

@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 
 #include "failure.h"
 
@@ -16,26 +15,7 @@ namespace lemara::tools {
 
 namespace {
 
-/// A file descriptor that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return number_; }
-    int release() {
-        const int number = number_;
-        number_ = -1;
-        return number;
-    }
-
-private:
-    int number_;
-};
+using host::Descriptor;
 
 [[noreturn]] void fail(const std::string& path, const char* what, int error = errno) {
     throw Failure(shown_file(path) + ": " + what + ": " + std::strerror(error));
@@ -49,7 +29,7 @@ Descriptor open_for_reading(const std::string& path) {
     if (::fstat(file.number(), &status) == 0 && S_ISDIR(status.st_mode)) {
         throw Failure(shown_file(path) + ": is a directory");
     }
-    return Descriptor(file.release());
+    return file;
 }
 
 std::size_t read_some(int descriptor, const std::string& path, char* bytes,
@@ -60,27 +40,6 @@ std::size_t read_some(int descriptor, const std::string& path, char* bytes,
     } while (got < 0 && errno == EINTR);
     if (got < 0) fail(path, "cannot read");
     return static_cast<std::size_t>(got);
-}
-
-/// Writes `bytes` to a new file beside `path` and puts it in the place of `path`.
-void replace_file(const std::string& path, std::string_view bytes, mode_t mode) {
-    std::string name = path + ".XXXXXX";
-    Descriptor file(::mkstemp(name.data()));
-    if (file.number() < 0) fail(path, "cannot write");
-    const bool written = write_all(file.number(), bytes) &&
-                         ::fchmod(file.number(), mode) == 0 &&
-                         ::fsync(file.number()) == 0 && ::close(file.release()) == 0 &&
-                         ::rename(name.c_str(), path.c_str()) == 0;
-    if (written) return;
-    const int error = errno;
-    ::unlink(name.c_str());
-    fail(path, "cannot write", error);
-}
-
-mode_t mode_of_new_files() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
 }
 
 }  // namespace
@@ -120,9 +79,7 @@ std::string read_file(const std::string& path, std::size_t most) {
 }
 
 LineReader::LineReader(const std::string& path)
-    : path_(path), descriptor_(open_for_reading(path).release()) {}
-
-LineReader::~LineReader() { ::close(descriptor_); }
+    : path_(path), file_(open_for_reading(path)) {}
 
 std::string LineReader::place() const {
     return shown_file(path_) + ':' + std::to_string(number_);
@@ -153,19 +110,9 @@ bool LineReader::fill() {
     const std::size_t rest = buffer_.size();
     buffer_.resize(std::max<std::size_t>(rest * 2, 65536));
     const std::size_t got =
-        read_some(descriptor_, path_, buffer_.data() + rest, buffer_.size() - rest);
+        read_some(file_.number(), path_, buffer_.data() + rest, buffer_.size() - rest);
     buffer_.resize(rest + got);
     return got > 0;
-}
-
-bool write_all(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
 }
 
 void write_file(const std::string& path, std::string_view bytes) {
@@ -178,10 +125,9 @@ void write_file(const std::string& path, std::string_view bytes) {
             fail(path, "cannot write");
         return;
     }
-    std::error_code no_link;
-    const std::filesystem::path target = std::filesystem::canonical(path, no_link);
-    replace_file(no_link ? path : target.string(), bytes,
-                 exists ? status.st_mode & 07777 : mode_of_new_files());
+    if (const auto problem = host::replace_unlocked(host::target_of(path), bytes)) {
+        throw Failure(problem->text());
+    }
 }
 
 }  // namespace lemara::tools

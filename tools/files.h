@@ -7,7 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include "host/files.h"
+
 namespace lemara::tools {
+
+using host::write_all;
 
 /// The name of a file in messages: "standard input" for "-".
 std::string shown_file(const std::string& path);
@@ -33,9 +37,6 @@ class LineReader {
 public:
     /// Errors: as read_file.
     explicit LineReader(const std::string& path);
-    ~LineReader();
-    LineReader(const LineReader&) = delete;
-    LineReader& operator=(const LineReader&) = delete;
 
     /// The next line without its line end ("\n" or "\r\n"); false at the end of the file.
     /// Errors: Failure "PATH: cannot read: REASON".
@@ -49,7 +50,7 @@ public:
 
 private:
     std::string path_;
-    int descriptor_;
+    host::Descriptor file_;
     std::string buffer_;
     std::size_t used_ = 0;  // bytes of the buffer that have been given out
     std::size_t number_ = 0;
@@ -63,8 +64,5 @@ private:
 /// is written as it is. A link keeps its target. Errors: Failure "PATH: cannot write:
 /// REASON".
 void write_file(const std::string& path, std::string_view bytes);
-
-/// Writes all bytes to a descriptor; false, with errno, if that fails.
-bool write_all(int descriptor, std::string_view bytes);
 
 }  // namespace lemara::tools

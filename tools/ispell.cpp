@@ -51,17 +51,16 @@ bool is_checked_word(const Token& token) {
 std::string lowered_word(std::string_view word) {
     std::string result;
     while (!word.empty()) {
-        const std::size_t valid = std::min(find_invalid_utf8(word), word.size());
-        for (std::size_t at = 0; at < valid;) {
-            char32_t c = next_character(word, at);
-            const bool capital =
-                (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7);
-            append_utf8(result, capital ? c + 0x20 : c);
+        const host::Character character = character_at(word, 0);
+        const char32_t c = character.code;
+        const bool capital =
+            (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7);
+        if (capital) {
+            append_utf8(result, c + 0x20);
+        } else {
+            result += word.substr(0, character.length);  // as it is, valid or not
         }
-        word.remove_prefix(valid);
-        if (word.empty()) break;
-        result += word.front();
-        word.remove_prefix(1);
+        word.remove_prefix(character.length);
     }
     return result;
 }

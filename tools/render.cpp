@@ -6,6 +6,7 @@
 #include "chunk_places.h"
 #include "failure.h"
 #include "files.h"
+#include "host/piece.h"
 #include "output.h"
 #include "text_encoding.h"
 
@@ -26,22 +27,36 @@ std::string_view take_line(std::string_view& text) {
     return line;
 }
 
+struct Paragraph {
+    std::string text;
+    std::size_t line;  // of the chunk, from 0, on which it begins
+};
+
 /// The paragraphs of a chunk that are not blank.
-std::vector<std::string> paragraphs_of(std::string_view text, Paragraphs ends) {
-    std::vector<std::string> paragraphs;
+std::vector<Paragraph> paragraphs_of(std::string_view text, Paragraphs ends) {
+    std::vector<Paragraph> paragraphs;
     bool open = false;
-    while (!text.empty()) {
+    for (std::size_t number = 0; !text.empty(); ++number) {
         const std::string_view line = take_line(text);
         if (is_blank(line)) {
             open = false;
         } else if (open && ends == Paragraphs::BLANK) {
-            paragraphs.back() += '\n' + std::string(line);
+            paragraphs.back().text += '\n' + std::string(line);
         } else {
-            paragraphs.emplace_back(line);
+            paragraphs.push_back({std::string(line), number});
             open = true;
         }
     }
     return paragraphs;
+}
+
+/// Tells the first word of a paragraph that the engine can't be shown.
+void tell_lost(const std::string& paragraph, const std::string& place) {
+    const host::Bytes lost = host::engine_text(paragraph).lost;
+    if (lost.end == 0) return;
+    message(
+        place + ": " +
+        told_lost(std::string_view(paragraph).substr(lost.begin, lost.end - lost.begin)));
 }
 
 std::string in_encoding(const std::string& utf8, Encoding encoding) {
@@ -67,10 +82,12 @@ int render_texts(const Checker& checker, const RenderArguments& arguments,
         const std::string file = shown_file(reader.files()[text.chunk.file]);
         const std::string complaint = places.complaint(text, file);
         if (!complaint.empty()) message(complaint);
-        for (const std::string& paragraph :
+        for (const Paragraph& paragraph :
              paragraphs_of(text.chunk.text, arguments.paragraphs)) {
-            const std::string rendered =
-                checker.render(paragraph, arguments.format, arguments.variants, ++number);
+            tell_lost(paragraph.text,
+                      file + ':' + std::to_string(places.line(paragraph.line)));
+            const std::string rendered = checker.render(paragraph.text, arguments.format,
+                                                        arguments.variants, ++number);
             see(rendered);
             results.write(in_encoding(rendered, arguments.encoding));
         }

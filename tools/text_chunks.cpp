@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "files.h"
+#include "host/files.h"
 #include "text_encoding.h"
 
 namespace lemara::tools {
@@ -23,21 +24,16 @@ constexpr std::size_t LOOK_FOR_NUL = 8192;  // bytes at the start of a file
 class ChunkReader::Source {
 public:
     explicit Source(const std::string& path)
-        : descriptor_(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3)
-                                  : ::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+        : file_(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3)
+                            : ::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
         struct stat status {};
-        if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) {
+        if (file_.number() < 0 || ::fstat(file_.number(), &status) != 0) {
             trouble_ = std::string("cannot open: ") + std::strerror(errno);
         } else if (S_ISDIR(status.st_mode)) {
             trouble_ = "is a directory";
         }
         regular_ = S_ISREG(status.st_mode);
     }
-    ~Source() {
-        if (descriptor_ >= 0) ::close(descriptor_);
-    }
-    Source(const Source&) = delete;
-    Source& operator=(const Source&) = delete;
 
     bool regular() const { return regular_; }
     const std::string& trouble() const { return trouble_; }
@@ -56,7 +52,7 @@ public:
     }
 
 private:
-    int descriptor_;
+    host::Descriptor file_;
     bool regular_ = false, read_before_ = false;
     std::string trouble_;
 
@@ -66,7 +62,7 @@ private:
         bytes.resize(before + most);
         ssize_t got = -1;
         do {
-            got = ::read(descriptor_, bytes.data() + before, most);
+            got = ::read(file_.number(), bytes.data() + before, most);
         } while (got < 0 && errno == EINTR);
         if (got < 0) trouble_ = std::string("cannot read: ") + std::strerror(errno);
         bytes.resize(before + static_cast<std::size_t>(got > 0 ? got : 0));
@@ -92,7 +88,7 @@ TextExtent extent_of(std::string_view text) {
         if (text.empty()) break;
         extent.code_points += 1;
         extent.utf16 += 1;
-        text.remove_prefix(length_of_invalid(text));
+        text.remove_prefix(character_at(text, 0).length);
     }
     return extent;
 }

@@ -1,7 +1,6 @@
 #include "text_reader.h"
 
-#include <cstdio>
-
+#include "host/piece.h"
 #include "text_encoding.h"
 
 namespace lemara::tools {
@@ -12,13 +11,16 @@ bool is_blank(const std::string& line) {
     return line.find_first_not_of(" \t\r") == line.npos;
 }
 
-std::string told(char32_t character) {
-    char number[16];
-    std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(character));
-    return std::string(number) + " is beyond Latin-1; read as \"*\"";
-}
-
 }  // namespace
+
+std::string told_lost(std::string_view text) {
+    constexpr std::size_t MOST = 40;  // bytes
+    std::size_t end = 0;
+    while (end < text.size() && end < MOST) end += character_at(text, end).length;
+    const char* rest = end < text.size() ? "..." : "";
+    return '"' + printable(text.substr(0, end)) + rest +
+           "\" is beyond what the tables can hold; read as \"*\"";
+}
 
 std::string encoded(const std::string& latin1, Encoding encoding) {
     return encoding == Encoding::LATIN_1 ? latin1 : utf8_from_latin1(latin1);
@@ -26,14 +28,17 @@ std::string encoded(const std::string& latin1, Encoding encoding) {
 
 std::optional<std::string> decoded(const std::string& text, Encoding encoding,
                                    std::string& complaint) {
-    if (encoding == Encoding::LATIN_1) return text;
+    if (encoding == Encoding::LATIN_1) {
+        return host::engine_text(utf8_from_latin1(text)).latin1;
+    }
     const std::size_t invalid = find_invalid_utf8(text);
     if (invalid != text.npos) {
         complaint = "not UTF-8 at byte " + std::to_string(invalid + 1);
         return std::nullopt;
     }
-    EngineText result = engine_text(text);
-    if (result.missing_at != text.npos) complaint = told(result.missing);
+    host::EngineText result = host::engine_text(text);
+    const auto [begin, end] = result.lost;
+    if (end > 0) complaint = told_lost(std::string_view(text).substr(begin, end - begin));
     return std::move(result.latin1);
 }
 

@@ -246,6 +246,8 @@ public:
     std::string dictionary() const;           ///< path of the personal dictionary
 
 private:
+    friend struct host::CheckerInside;
+
     std::unique_ptr<host::CheckerInside> inside_;
 
     Checker();

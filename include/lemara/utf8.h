@@ -31,6 +31,12 @@ struct Character {
 /// Latin-1 as UTF-8.
 [[gnu::visibility("default")]] std::string utf8_from_latin1(std::string_view latin1);
 
+/// UTF-8 as Latin-1, letter for letter. A character that Latin-1 lacks ends it with false
+/// and is in `missing`: REPLACEMENT for what is no UTF-8.
+[[gnu::visibility("default")]] bool latin1_exactly(std::string_view utf8,
+                                                   std::string& latin1,
+                                                   char32_t& missing);
+
 /// Any bytes as UTF-8 for a message: control characters and what is no UTF-8 stand as
 /// \\x1F.
 [[gnu::visibility("default")]] std::string printable(std::string_view text);

@@ -52,6 +52,10 @@ const Sarea* host::CheckerInside::network(const char* key) const {
     return find_network(engine->sareak, key);
 }
 
+const Lemara& host::engine_of(const Checker& checker) {
+    return *CheckerInside::of(checker).engine;
+}
+
 Checker::Checker() : inside_(std::make_unique<host::CheckerInside>()) {}
 
 Checker::~Checker() = default;

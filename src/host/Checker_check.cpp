@@ -474,7 +474,7 @@ std::vector<Form> Checker::generate(std::string_view word, std::string_view tag)
 std::string Checker::render(std::string_view paragraph, Format format, bool variants,
                             int number) const {
     const Quiet quiet;
-    const std::string folded = host::fold_paragraph(paragraph);
+    const std::string folded = host::engine_text(paragraph).latin1;
     const Reading_ reading(inside_->lock);
     const Lemara& engine = *inside_->engine;
     std::ostringstream out;

@@ -110,7 +110,7 @@ bool is_latin1_word(char32_t code) {
     return code == 0xAA || code == 0xBA || (code >= 0xC0 && code != 0xD7 && code != 0xF7);
 }
 
-Folding latin1_folding(char32_t code) {
+Folding latin1_folding(char32_t code, Signs signs) {
     if (is_latin1_word(code)) return {Role::word, as_byte(code)};
     if (code == '\n' || code == '\r') return {Role::line_end};
     if (code <= ' ' || (code >= 0x7F && code <= 0xA0)) return {Role::blank};
@@ -118,6 +118,7 @@ Folding latin1_folding(char32_t code) {
         case 0xAD:
             return {Role::nothing};
         case 0xB5:
+            if (signs == Signs::as_typed) return {Role::word, as_byte(code)};
             return {Role::foreign};  // micro sign: mu
         case '`':
         case 0xB4:
@@ -129,6 +130,7 @@ Folding latin1_folding(char32_t code) {
             break;
     }
     const bool glued =
+        signs == Signs::apart &&
         TAKEN_FOR_LETTERS.find(static_cast<char>(code)) != std::string_view::npos;
     return {Role::sign, glued ? std::string_view(&STAND_IN, 1) : as_byte(code)};
 }
@@ -155,8 +157,8 @@ constexpr Composition COMPOSITIONS[] = {
 
 }  // namespace
 
-Folding folding_of(char32_t character) {
-    if (character <= 0xFF) return latin1_folding(character);
+Folding folding_of(char32_t character, Signs signs) {
+    if (character <= 0xFF) return latin1_folding(character, signs);
     if (is_in(NOTHING, character)) return {Role::nothing};
     if (is_in(ACCENTS, character)) return {Role::accent};
     if (is_in(BLANKS, character)) return {Role::blank};

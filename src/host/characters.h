@@ -27,10 +27,16 @@ struct Folding {
     std::string_view bytes = "";  ///< Latin-1
 };
 
+/// What the engine is shown of signs that it takes for a part of the word beside them.
+enum class Signs {
+    apart,     ///< STAND_IN, so that a word is judged without them; addresses likewise
+    as_typed,  ///< those of Latin-1 as they stand: the tables know "#" and "%" in words
+};
+
 /// What becomes of a character. Typographic quotes become ' and ", dashes and the minus
-/// sign -, the ellipsis three dots, ligatures their letters, signs that the engine would
-/// take for a part of a word STAND_IN.
-Folding folding_of(char32_t character);
+/// sign -, the ellipsis three dots, ligatures their letters. `signs` tells of those that
+/// the engine would take for a part of a word, and of the micro sign.
+Folding folding_of(char32_t character, Signs signs = Signs::apart);
 
 /// The Latin-1 letter that `base` and the combining mark `accent` make; 0 if there is
 /// none.

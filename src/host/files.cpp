@@ -57,9 +57,73 @@ std::optional<Problem> read_up_to(const std::string& path, std::size_t most,
     return std::nullopt;
 }
 
-bool write_all(int file, std::string_view bytes) {
+std::string folder_of(const std::string& path) {
+    const std::string folder = std::filesystem::path(path).parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+mode_t mode_of_new_files() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+FileStamp stamp_of(const struct stat& status) {
+    return {static_cast<unsigned long long>(status.st_dev),
+            static_cast<unsigned long long>(status.st_ino),
+            static_cast<unsigned long long>(status.st_size),
+            static_cast<unsigned long long>(status.st_mtim.tv_sec),
+            static_cast<unsigned long long>(status.st_mtim.tv_nsec)};
+}
+
+/// What is to become of a new file beside an old one.
+struct Replacement {
+    std::string name;    // of the new file
+    std::string target;  // of the old one
+    const FileStamp* seen = nullptr;
+};
+
+/// Fills the new file and puts it in the place of the old one; takes it away if that
+/// fails. The owner is kept where that is allowed.
+std::optional<Problem> put_in_place(Descriptor file, const Replacement& wanted,
+                                    std::string_view bytes, mode_t mode) {
+    struct stat old {};
+    const bool exists = ::stat(wanted.target.c_str(), &old) == 0;
+    const bool owned = !exists || ::fchown(file.number(), old.st_uid, old.st_gid) == 0;
+    const mode_t kept = exists ? old.st_mode & (owned ? 07777 : 0777) : mode;
+    std::optional<Problem> problem;
+    if (!write_all(file.number(), bytes) || ::fchmod(file.number(), kept) != 0 ||
+        ::fsync(file.number()) != 0 || ::close(file.release()) != 0) {
+        problem = failed(wanted.target, "cannot write");
+    } else if (wanted.seen != nullptr &&
+               !(FileStamp::of(wanted.target) == *wanted.seen)) {
+        problem = Problem{wanted.target, 0,
+                          "has changed since it was read; nothing was written"};
+    } else if (::rename(wanted.name.c_str(), wanted.target.c_str()) != 0) {
+        problem = failed(wanted.target, "cannot write");
+    }
+    if (problem) {
+        ::unlink(wanted.name.c_str());
+        return problem;
+    }
+    // The new name is on the disk once its folder is; a file system that can't sync one
+    // has it there anyway.
+    const Descriptor folder(
+        ::open(folder_of(wanted.target).c_str(), O_RDONLY | O_CLOEXEC));
+    if (folder.number() >= 0) ::fsync(folder.number());
+    return std::nullopt;
+}
+
+bool is_other_than_regular(const std::string& target) {
+    struct stat status {};
+    return ::stat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+}
+
+}  // namespace
+
+bool write_all(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
         if (written < 0) return false;
         bytes.remove_prefix(static_cast<std::size_t>(written));
@@ -67,12 +131,15 @@ bool write_all(int file, std::string_view bytes) {
     return true;
 }
 
-std::string folder_of(const std::string& path) {
-    const std::string folder = std::filesystem::path(path).parent_path().string();
-    return folder.empty() ? "." : folder;
+FileStamp FileStamp::of(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 ? stamp_of(status) : FileStamp();
 }
 
-}  // namespace
+FileStamp FileStamp::of(int descriptor) {
+    struct stat status {};
+    return ::fstat(descriptor, &status) == 0 ? stamp_of(status) : FileStamp();
+}
 
 Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
     std::swap(number_, other.number_);
@@ -140,30 +207,23 @@ FileLock::FileLock(const std::string& target)
 }
 
 std::optional<Problem> replace_file(const std::string& target, std::string_view bytes) {
-    struct stat status {};
-    const bool exists = ::stat(target.c_str(), &status) == 0;
-    if (exists && !S_ISREG(status.st_mode))
-        return Problem{target, 0, "not a regular file"};
+    if (is_other_than_regular(target)) return Problem{target, 0, "not a regular file"};
     // Whoever was killed while it held the lock may have left one; nobody else writes it.
-    const std::string name = target + ".new";
-    ::unlink(name.c_str());
-    Descriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    const Replacement wanted{target + ".new", target};
+    ::unlink(wanted.name.c_str());
+    Descriptor file(
+        ::open(wanted.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (file.number() < 0) return failed(target, "cannot write");
-    const bool written =
-        write_all(file.number(), bytes) &&
-        (!exists || ::fchmod(file.number(), status.st_mode & 07777) == 0) &&
-        ::fsync(file.number()) == 0 && ::close(file.release()) == 0 &&
-        ::rename(name.c_str(), target.c_str()) == 0;
-    if (!written) {
-        const Problem problem = failed(target, "cannot write");
-        ::unlink(name.c_str());
-        return problem;
-    }
-    // The new name is on the disk once its folder is; a file system that can't sync one
-    // has it there anyway.
-    const Descriptor folder(::open(folder_of(target).c_str(), O_RDONLY | O_CLOEXEC));
-    if (folder.number() >= 0) ::fsync(folder.number());
-    return std::nullopt;
+    return put_in_place(std::move(file), wanted, bytes, 0600);
+}
+
+std::optional<Problem> replace_unlocked(const std::string& target, std::string_view bytes,
+                                        const FileStamp* seen) {
+    if (is_other_than_regular(target)) return Problem{target, 0, "not a regular file"};
+    Replacement wanted{target + ".XXXXXX", target, seen};
+    Descriptor file(::mkostemp(wanted.name.data(), O_CLOEXEC));
+    if (file.number() < 0) return failed(target, "cannot write");
+    return put_in_place(std::move(file), wanted, bytes, mode_of_new_files());
 }
 
 }  // namespace lemara::host

@@ -1,5 +1,7 @@
-// Whole files in and out. Tests: tests/host/Checker_words_test.cpp,
-// tests/host/dictionary_kill_test.cpp.
+// Whole files in and out. The command uses these, too, so they are visible in the shared
+// library, but they are no part of its interface. Tests:
+// tests/host/Checker_words_test.cpp, tests/host/dictionary_kill_test.cpp,
+// tests/tools/files_test.cpp.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +14,7 @@
 namespace lemara::host {
 
 /// A file descriptor that closes itself.
-class Descriptor {
+class [[gnu::visibility("default")]] Descriptor {
 public:
     explicit Descriptor(int number = -1) : number_(number) {}
     Descriptor(Descriptor&& other) noexcept : number_(other.release()) {}
@@ -30,6 +32,24 @@ private:
     int number_;
 };
 
+/// Writes all bytes to a descriptor; false, with errno, if that fails.
+[[gnu::visibility("default")]] bool write_all(int descriptor, std::string_view bytes);
+
+/// Tells one state of a file from another.
+struct FileStamp {
+    unsigned long long device = 0, inode = 0, size = 0, seconds = 0, nanoseconds = 0;
+
+    /// Of the file that a path means; all zero if there is none.
+    [[gnu::visibility("default")]] static FileStamp of(const std::string& path);
+    /// Of an open file.
+    [[gnu::visibility("default")]] static FileStamp of(int descriptor);
+
+    bool operator==(const FileStamp& other) const {
+        return device == other.device && inode == other.inode && size == other.size &&
+               seconds == other.seconds && nanoseconds == other.nanoseconds;
+    }
+};
+
 /// Reads a regular file of at most `most` bytes. A file that doesn't exist is a problem
 /// too, unless `missing` is there to tell.
 std::optional<Problem> read_file(const std::string& path, std::size_t most,
@@ -41,7 +61,7 @@ std::optional<Problem> read_start(const std::string& path, std::size_t most,
 
 /// The file that a path means when all links are followed, also one that doesn't exist
 /// yet.
-std::string target_of(const std::string& path);
+[[gnu::visibility("default")]] std::string target_of(const std::string& path);
 
 /// Makes the folder of a file, with those above it, for the user alone.
 std::optional<Problem> make_folder_of(const std::string& path);
@@ -62,5 +82,11 @@ private:
 /// the place of the old one when its bytes are on the disk, with the mode of the old one.
 /// The caller holds the lock of `target`, which is no link.
 std::optional<Problem> replace_file(const std::string& target, std::string_view bytes);
+
+/// The same for a file without a lock: of two writers the later one wins, whole. What is
+/// new has the mode of any new file. Nothing is written if the file is no longer in the
+/// state `seen`.
+[[gnu::visibility("default")]] std::optional<Problem> replace_unlocked(
+    const std::string& target, std::string_view bytes, const FileStamp* seen = nullptr);
 
 }  // namespace lemara::host

@@ -65,6 +65,8 @@ struct CheckerInside {
     std::optional<PersonalFile> file;
     std::vector<PersonalEntry> personal;
 
+    static const CheckerInside& of(const Checker& checker) { return *checker.inside_; }
+
     const Sarea* network(const char* key) const;
 
     /// Puts a list in the place of the dictionary.
@@ -79,6 +81,9 @@ struct CheckerInside {
     /// Whether a token is to be told of, and how.
     std::optional<Kind> kind_of(const Tokena& token) const;
 };
+
+/// The engine of a checker, for a command that asks it itself. Visible for the command.
+[[gnu::visibility("default")]] const Lemara& engine_of(const Checker& checker);
 
 }  // namespace host
 

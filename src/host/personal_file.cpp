@@ -1,7 +1,5 @@
 #include "host/personal_file.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <set>
 #include <utility>
@@ -20,18 +18,6 @@ bool is_utf8_beyond_ascii(std::string_view bytes) {
         return static_cast<unsigned char>(c) < 0x80;
     });
     return !ascii && find_invalid_utf8(bytes) == std::string_view::npos;
-}
-
-/// UTF-8 as Latin-1, letter for letter; false if a letter doesn't fit.
-bool to_latin1(std::string_view utf8, std::string& latin1) {
-    latin1.clear();
-    for (std::size_t at = 0; at < utf8.size();) {
-        const Character c = character_at(utf8, at);
-        at += c.length;
-        if (!c.valid || c.code > 0xFF) return false;
-        latin1 += static_cast<char>(c.code);
-    }
-    return true;
 }
 
 /// Calls `visit` with each line and its line feed, and its number.
@@ -113,8 +99,9 @@ PersonalList parse_personal(const std::string& path, const std::string& bytes) {
     const bool utf8 = is_utf8_beyond_ascii(bytes);
     PersonalEntry entry;
     std::string latin1, reason;
+    char32_t missing = 0;
     for_each_line(bytes, [&](std::string_view line, std::size_t number) {
-        if (utf8 && !to_latin1(line, latin1)) {
+        if (utf8 && !latin1_exactly(line, latin1, missing)) {
             list.problems.push_back({path, number, "a letter that the tables lack"});
             return;
         }
@@ -128,19 +115,11 @@ PersonalList parse_personal(const std::string& path, const std::string& bytes) {
     return list;
 }
 
-PersonalFile::Stamp PersonalFile::stamp() const {
-    struct stat status {};
-    if (::stat(path_.c_str(), &status) != 0) return {};
-    return {static_cast<unsigned long long>(status.st_ino),
-            static_cast<unsigned long long>(status.st_size),
-            static_cast<unsigned long long>(status.st_mtim.tv_sec),
-            static_cast<unsigned long long>(status.st_mtim.tv_nsec)};
-}
-
-bool PersonalFile::changed() const { return !(stamp() == seen_); }
+bool PersonalFile::changed() const { return !(FileStamp::of(path_) == seen_); }
 
 std::optional<Problem> PersonalFile::read(PersonalList& list) {
-    const Stamp now = stamp();  // before the bytes: a write in between is then noticed
+    const FileStamp now =
+        FileStamp::of(path_);  // before the bytes: a write in between is then noticed
     std::string bytes;
     bool missing = false;
     if (auto problem = read_file(path_, LARGEST_DICTIONARY, bytes, &missing))
@@ -166,7 +145,8 @@ std::optional<Problem> PersonalFile::update(
     }
     if (is_utf8_beyond_ascii(bytes)) {
         std::string latin1;
-        if (!to_latin1(bytes, latin1)) {
+        char32_t lost = 0;
+        if (!latin1_exactly(bytes, latin1, lost)) {
             return Problem{
                 path_, 0,
                 "is UTF-8 with letters that Latin-1 lacks; take them out first"};
@@ -176,7 +156,7 @@ std::optional<Problem> PersonalFile::update(
     if (change(bytes)) {
         if (auto problem = replace_file(target, bytes)) return problem;
     }
-    seen_ = stamp();
+    seen_ = FileStamp::of(path_);
     list = parse_personal(path_, bytes);
     return std::nullopt;
 }

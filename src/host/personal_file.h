@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/files.h"
 #include "lemara/checker.h"
 
 namespace lemara::host {
@@ -54,20 +55,11 @@ public:
     bool changed() const;
 
 private:
-    struct Stamp {
-        unsigned long long inode = 0, size = 0, seconds = 0, nanoseconds = 0;
-        bool operator==(const Stamp& other) const {
-            return inode == other.inode && size == other.size &&
-                   seconds == other.seconds && nanoseconds == other.nanoseconds;
-        }
-    };
-
     std::optional<Problem> update(PersonalList& list,
                                   const std::function<bool(std::string&)>& change);
-    Stamp stamp() const;
 
     std::string path_;
-    Stamp seen_;
+    FileStamp seen_;
 };
 
 }  // namespace lemara::host

@@ -31,6 +31,11 @@ bool is_word_role(Role role) {
 
 }  // namespace
 
+Folding PieceReader::folding_of(const Character& character) const {
+    return character.valid ? host::folding_of(character.code, signs_)
+                           : Folding{Role::foreign};
+}
+
 void PieceReader::put(Piece& piece, std::string_view bytes, Bytes source) {
     piece.latin1 += bytes;
     piece.sources.insert(piece.sources.end(), bytes.size(), source);
@@ -52,9 +57,9 @@ bool PieceReader::next(Piece& piece) {
 /// Reads one unit of the text; false if the piece ends behind it.
 bool PieceReader::step(Piece& piece) {
     const Character c = character_at(text_, at_);
-    const Folding folding = c.valid ? folding_of(c.code) : Folding{Role::foreign};
-    const bool addressed =
-        addresses_ && (folding.role == Role::word || folding.role == Role::sign);
+    const Folding folding = folding_of(c);
+    const bool addressed = signs_ == Signs::apart &&
+                           (folding.role == Role::word || folding.role == Role::sign);
     const std::size_t address =
         addressed && may_precede_address(before_) ? address_at(text_, at_) : 0;
     if (address > 0) {
@@ -73,12 +78,7 @@ bool PieceReader::step(Piece& piece) {
     if (folding.role == Role::nothing) return true;
     before_ = c.code;
     const bool blank = folding.role == Role::blank;
-    const bool as_it_stands = !addresses_ && !blank && c.code < 0x80;
-    put(piece,
-        blank          ? " "
-        : as_it_stands ? text_.substr(start, c.length)
-                       : folding.bytes,
-        {start, at_});
+    put(piece, blank ? " " : folding.bytes, {start, at_});
     const std::size_t size = piece.latin1.size();
     if (!blank) return size < PIECE_LIMIT;
     return size < PIECE_TO_SENTENCE ||
@@ -105,7 +105,7 @@ bool PieceReader::blank_line_follows() const {
     while (at < text_.size()) {
         const Character c = character_at(text_, at);
         if (c.code == '\n' || c.code == '\r') return true;
-        if (folding_of(c.code).role != Role::blank) return false;
+        if (folding_of(c).role != Role::blank) return false;
         at += c.length;
     }
     return false;
@@ -146,7 +146,7 @@ bool PieceReader::word_part(Piece& piece, std::size_t& end) {
     bool on_letter = false;  // an accent may compose with what stands directly before it
     while (at_ < text_.size()) {
         const Character c = character_at(text_, at_);
-        const Folding folding = c.valid ? folding_of(c.code) : Folding{Role::foreign};
+        const Folding folding = folding_of(c);
         if (folding.role != Role::nothing && !is_word_role(folding.role)) break;
         const std::size_t start = at_;
         at_ += c.length;
@@ -174,44 +174,44 @@ bool PieceReader::word_part(Piece& piece, std::size_t& end) {
 bool PieceReader::joiner_follows(std::string_view& bytes, std::size_t& length) const {
     if (at_ >= text_.size()) return false;
     const Character c = character_at(text_, at_);
-    const Folding folding = folding_of(c.code);
-    if (!c.valid || folding.role != Role::sign) return false;
+    const Folding folding = folding_of(c);
+    if (folding.role != Role::sign) return false;
     if (folding.bytes != "-" && folding.bytes != "'" && folding.bytes != ".")
         return false;
     if (at_ + c.length >= text_.size()) return false;
     const Character next = character_at(text_, at_ + c.length);
-    if (next.valid && !is_word_role(folding_of(next.code).role)) return false;
+    if (!is_word_role(folding_of(next).role)) return false;
     bytes = folding.bytes;
     length = c.length;
     return true;
 }
 
-namespace {
-
-/// All of a text, without blanks around it.
-std::string fold(PieceReader reader, bool& foreign) {
-    std::string text;
+EngineText engine_text(std::string_view utf8) {
+    EngineText result;
+    PieceReader reader(utf8, Paragraphs::whole, Signs::as_typed);
     for (Piece piece; reader.next(piece);) {
-        text += piece.latin1;
-        foreign = foreign || piece.latin1.find(STAND_IN) != std::string::npos;
+        result.latin1 += piece.latin1;
+        for (std::size_t i = 0; result.lost.end == 0 && i < piece.latin1.size(); ++i) {
+            const bool stands_in =
+                piece.latin1[i] == STAND_IN && utf8[piece.sources[i].begin] != STAND_IN;
+            if (stands_in) result.lost = piece.sources[i];
+        }
     }
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return "";
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+    return result;
 }
-
-}  // namespace
 
 std::string fold_word(std::string_view utf8, bool* foreign) {
+    std::string word;
     bool any_foreign = false;
-    std::string word = fold(PieceReader(utf8, Paragraphs::whole), any_foreign);
+    PieceReader reader(utf8, Paragraphs::whole);
+    for (Piece piece; reader.next(piece);) {
+        word += piece.latin1;
+        any_foreign = any_foreign || piece.latin1.find(STAND_IN) != std::string::npos;
+    }
     if (foreign != nullptr) *foreign = any_foreign;
-    return word;
-}
-
-std::string fold_paragraph(std::string_view utf8) {
-    bool foreign = false;
-    return fold(PieceReader(utf8, Paragraphs::whole, false), foreign);
+    const std::size_t first = word.find_first_not_of(' ');
+    if (first == std::string::npos) return "";
+    return word.substr(first, word.find_last_not_of(' ') - first + 1);
 }
 
 }  // namespace lemara::host

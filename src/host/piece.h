@@ -7,8 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "lemara/utf8.h"
+#include "host/characters.h"
 #include "lemara/checker.h"
+#include "lemara/utf8.h"
 
 namespace lemara::host {
 
@@ -35,15 +36,14 @@ struct Piece {
 /// Cuts a text into pieces.
 class PieceReader {
 public:
-    /// With `addresses` an address is a STAND_IN, and so is a sign that the engine would take
-    /// into a word; else both come as they stand.
-    PieceReader(std::string_view text, Paragraphs paragraphs, bool addresses = true)
-        : text_(text), paragraphs_(paragraphs), addresses_(addresses) {}
+    PieceReader(std::string_view text, Paragraphs paragraphs, Signs signs = Signs::apart)
+        : text_(text), paragraphs_(paragraphs), signs_(signs) {}
 
     /// The next piece that is not blank; false at the end of the text.
     bool next(Piece& piece);
 
 private:
+    Folding folding_of(const Character& character) const;
     bool step(Piece& piece);
     bool line_end(Piece& piece);
     bool blank_line_follows() const;
@@ -54,17 +54,23 @@ private:
 
     std::string_view text_;
     Paragraphs paragraphs_;
-    bool addresses_;
+    Signs signs_;
     std::size_t at_ = 0;
     std::size_t paragraph_ = 0;
     char32_t before_ = ' ';
 };
 
-/// A word or short text as the engine reads it, in one piece.
-std::string fold_word(std::string_view utf8, bool* foreign = nullptr);
+/// A paragraph as the engine alone reads it: its own rules see signs and addresses as
+/// they are typed.
+struct EngineText {
+    std::string latin1;
+    Bytes lost;  ///< the first stretch that STAND_IN stands for; empty if there is none
+};
 
-/// A paragraph as the engine reads it by itself, in one piece: it has rules of its own for
-/// addresses.
-std::string fold_paragraph(std::string_view utf8);
+/// The one folding for whoever asks the engine itself. Visible for the command.
+[[gnu::visibility("default")]] EngineText engine_text(std::string_view utf8);
+
+/// A word or short text as the checker reads it, in one piece, without blanks around it.
+std::string fold_word(std::string_view utf8, bool* foreign = nullptr);
 
 }  // namespace lemara::host

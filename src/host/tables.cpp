@@ -76,11 +76,14 @@ std::string defect_of(const std::string& path) {
         std::string bytes;
         if (const auto problem = read_file(path, LARGEST_TABLE, bytes))
             return problem->reason;
-        return compiled_table_defect(bytes);
+        const std::string defect = compiled_table_defect(bytes);
+        return defect.empty() ? "" : "unusable compiled table: " + defect;
     }
     if (path.find("SARE8") != path.npos) return "";  // enciphered
     const bool digit = !start.empty() && start[0] >= '0' && start[0] <= '9';
-    return digit || start.compare(0, 5, "final") == 0 ? "" : "is no table";
+    return digit || start.compare(0, 5, "final") == 0
+               ? ""
+               : "is no table; see lemara table check";
 }
 
 void add_place(const fs::path& path, std::vector<std::string>& places) {

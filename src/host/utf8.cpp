@@ -1,4 +1,4 @@
-// Tests: tests/host/utf8_test.cpp, tests/tools/text_encoding_test.cpp.
+// Tests: tests/host/utf8_test.cpp.
 #include "lemara/utf8.h"
 
 #include <cstdio>
@@ -84,6 +84,20 @@ std::string utf8_from_latin1(std::string_view latin1) {
     result.reserve(latin1.size() + latin1.size() / 8);
     for (const char c : latin1) append_utf8(result, static_cast<unsigned char>(c));
     return result;
+}
+
+bool latin1_exactly(std::string_view utf8, std::string& latin1, char32_t& missing) {
+    latin1.clear();
+    for (std::size_t at = 0; at < utf8.size();) {
+        const Character character = character_at(utf8, at);
+        at += character.length;
+        if (character.code > 0xFF) {  // REPLACEMENT, too
+            missing = character.code;
+            return false;
+        }
+        latin1 += static_cast<char>(character.code);
+    }
+    return true;
 }
 
 std::string printable(std::string_view text) {

@@ -29,13 +29,13 @@ inline std::string golden_text(const std::string& name, const std::string& forma
     std::string text = latin1(text_of_file(GOLDEN / (name + ".in")));
     if (!text.empty() && text.back() == '\n') text.pop_back();
     if (format == "check") {
-        return tools::utf8_from_latin1(basque().getParagrafoaZuzenlex(text, true));
+        return host::utf8_from_latin1(basque().getParagrafoaZuzenlex(text, true));
     }
     const Paragrafoa paragraph = basque().analizatu_paragrafoa(1, text);
     if (format == "cg3") {
-        return tools::utf8_from_latin1(paragraph.get_CG3(true, false, false));
+        return host::utf8_from_latin1(paragraph.get_CG3(true, false, false));
     }
-    return tools::utf8_from_latin1(stdout_of([&] {
+    return host::utf8_from_latin1(stdout_of([&] {
         if (format == "multext") paragraph.print_Multext(true, false, false);
         if (format == "zuzenlex") paragraph.print_Zuzenlex(basque().sareak.at("eumorfo"));
         if (format == "ikute") paragraph.print_Ikute();

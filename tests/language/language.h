@@ -11,9 +11,9 @@
 #include <string_view>
 #include <vector>
 
-#include "configuration.h"
+#include "host/tables.h"
+#include "lemara/utf8.h"
 #include "support.h"
-#include "text_encoding.h"
 
 #if !defined(LEMARA_TEST_TABLES) || !defined(LEMARA_LANGUAGE_DATA)
 #error \
@@ -38,8 +38,7 @@ inline std::string text_of_file(const std::filesystem::path& path) {
 inline std::string latin1(std::string_view utf8) {
     std::string text;
     char32_t missing = 0;
-    if (tools::find_invalid_utf8(utf8) != std::string_view::npos ||
-        !tools::latin1_exactly(utf8, text, missing)) {
+    if (!host::latin1_exactly(utf8, text, missing)) {
         throw std::runtime_error("not the UTF-8 of a Latin-1 text: " + std::string(utf8));
     }
     return text;
@@ -50,8 +49,11 @@ inline std::string latin1(std::string_view utf8) {
 inline std::unique_ptr<Lemara> engine_over_tables(const std::string& dictionary = "") {
     const TempDir folder;
     std::string lines;
-    for (const tools::ListedTable& table :
-         tools::read_configuration((TABLES / "sareak.cfg").string(), TABLES.string())) {
+    std::vector<host::ListedTable> tables;
+    if (host::read_configuration((TABLES / "sareak.cfg").string(), tables)) {
+        throw std::runtime_error("no tables in " + TABLES.string());
+    }
+    for (const host::ListedTable& table : tables) {
         lines += table.path + '\n';
     }
     const std::string configuration = folder.write("sareak.cfg", lines);
@@ -161,7 +163,7 @@ inline std::vector<Verdict> check(const Lemara& engine, const std::string& text,
 }
 
 /// Latin-1 as a message shows it.
-inline std::string utf8(const std::string& text) { return tools::utf8_from_latin1(text); }
+inline std::string utf8(const std::string& text) { return host::utf8_from_latin1(text); }
 
 /// Tags of degrees, diminutives and augmentatives, which not every word has.
 inline bool is_derived(const std::string& tags) {

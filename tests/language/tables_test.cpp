@@ -49,10 +49,10 @@ std::set<std::string> documented_tags() {
 
 TEST(Tables, TheConfigurationListsThreeNetworksInOrder) {
     std::vector<std::string> listed;
-    for (const auto& table : lemara::tools::read_configuration(
-             (TABLES / "sareak.cfg").string(), TABLES.string())) {
-        listed.push_back(table.key);
-    }
+    std::vector<lemara::host::ListedTable> tables;
+    ASSERT_FALSE(
+        lemara::host::read_configuration((TABLES / "sareak.cfg").string(), tables));
+    for (const auto& table : tables) listed.push_back(table.key);
     EXPECT_EQ(listed, NETWORKS);
 }
 

@@ -319,16 +319,27 @@ class CommandLine(unittest.TestCase):
             ("'", False, self.OK), ("etxe", False, self.OK), ("'", True, self.OK),
             ("ñabar", True, self.OK), ("etxea", False, self.OK)))
 
-    def test_a_word_beyond_latin_1(self):
-        self.expect(self.run_markup(text="etxe слово\n".encode()), 0,
-                    self.markup(("etxe", True, self.OK), ("*", False, self.OK)))
+    def test_angle_quotes_are_quotes(self):
+        quote = ('"', False, self.OK)
+        for encoding in ("utf-8", "latin-1"):
+            result = self.run_markup("--encoding", encoding, text="«etxea»\n".encode(encoding))
+            self.assertEqual(result.out.decode(), self.markup(quote, ("etxea", False, self.OK),
+                                                              quote))
+
+    def test_a_character_beyond_latin_1(self):
+        self.expect(self.run_markup( text="etxe €\n".encode()), 0,
+                    self.markup(("etxe", True, self.OK), ("*", False, self.OK)),
+                    'lemara check: standard input:1: "€" is beyond what the tables can hold; '
+                    'read as "*"\n')
 
     def test_text_that_is_not_utf_8(self):
         self.write("letter.txt", b"etxe\nma\xf1a\netxea\n")
         self.expect(self.run_markup("letter.txt"), 1,
                     "".join(self.markup((form, False, self.OK)) for form in ("etxe", "*", "etxea")),
                     "lemara check: letter.txt:2: not UTF-8 at byte 3; what is no UTF-8 is passed "
-                    "over (--encoding latin-1?)\n")
+                    "over (--encoding latin-1?)\n"
+                    'lemara check: letter.txt:2: "ma\\xF1a" is beyond what the tables can hold; '
+                    'read as "*"\n')
 
     def test_latin_1(self):
         result = self.run_markup( "--encoding", "latin-1", text=b"\xf1abar\n")
@@ -619,6 +630,13 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_command("coverage", "--top", "0", "-", text=text), 0, known)
         self.expect(self.run_command("coverage"), 0, self.coverage(*[none] * 7))
 
+    def test_words_in_angle_quotes_are_covered(self):
+        for encoding in ("utf-8", "latin-1"):
+            result = self.run_command("coverage", "--encoding", encoding,
+                                      text="«etxea» `etxe´\n".encode(encoding))
+            self.assertRegex(result.out.decode().split("\n")[1],
+                             r"^words +2 +2 +100.00 % +2 +2 +100.00 %$")
+
     def test_coverage_of_lines_that_cant_be_read(self):
         result = self.run_command("coverage", text="etxe\n".encode() + b"\xff\n\xff\n")
         self.assertEqual(result.status, 1)
@@ -632,26 +650,26 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_bare(*arguments, text=text, **options), 2, "", err)
 
     def test_configurations(self):
-        name = "lemara valid: "
+        name = "lemara analyze: "
         for label, lines, err in [
             ("a missing table", b"eumorfo.sare\n//\n\nzenbakiak.sare\n",
-             "c.cfg:4: no such table: zenbakiak.sare (looked for in .)"),
+             "c.cfg:4: no such table: zenbakiak.sare (looked for in the working folder)"),
             ("a folder", b"eumorfo.sare\n.\n", None),
-            ("a folder as a table", b"folder.sare\n", "c.cfg:1: folder.sare: is a directory"),
+            ("a folder as a table", b"eumorfo.sare\nfolder.sare\n", "c.cfg:2: folder.sare: is a directory"),
             ("a device as a table", b"/dev/zero\n", None),
             ("an indented path is a comment", b" eumorfo.sare\n",
-             'no network "eumorfo"; list a table with that file name in c.cfg'),
-            ("nothing", b"", 'no network "eumorfo"; list a table with that file name in c.cfg'),
+             'c.cfg: no network "eumorfo"; list a table with that file name'),
+            ("nothing", b"", 'c.cfg: no network "eumorfo"; list a table with that file name'),
             ("no main network", b"hp.sare\n",
-             'no network "eumorfo"; list a table with that file name in c.cfg'),
+             'c.cfg: no network "eumorfo"; list a table with that file name'),
             ("a blank behind the path", b"eumorfo.sare \n",
-             "c.cfg:1: no such table: eumorfo.sare  (looked for in .)"),
+             "c.cfg:1: no such table: eumorfo.sare  (looked for in the working folder)"),
             ("a short name", b"eumorfo.sare\na.sare\n",
              "c.cfg:2: the name of a table needs two characters before its first dot: a.sare"),
             ("text that is no table", b"eumorfo.sare\nword.sare\n",
-             "c.cfg:2: word.sare is no table; see lemara table check"),
+             "c.cfg:2: word.sare: is no table; see lemara table check"),
             ("an empty table", b"eumorfo.sare\nempty.sare\n",
-             "c.cfg:2: empty.sare is no table; see lemara table check"),
+             "c.cfg:2: empty.sare: is no table; see lemara table check"),
             ("eleven tables", b"eumorfo.sare\n" * 11,
              "c.cfg:11: too many tables; at most 10 are loaded"),
             ("binary", b"eumorfo.sare\n\0\n", "c.cfg: not a text file: it holds NUL bytes"),
@@ -662,7 +680,7 @@ class CommandLine(unittest.TestCase):
                 self.write("empty.sare", b"")
                 self.write("a.sare", EUMORFO)
                 self.write("c.cfg", lines)
-                result = self.run_bare("valid", "--config", "c.cfg", text=b"etxe\n")
+                result = self.run_bare("analyze", "--config", "c.cfg", text=b"etxe\n")
                 self.assertEqual((result.out, result.status), (b"", 2))
                 if err is not None:
                     self.assertEqual(result.err, name + err + "\n")
@@ -681,12 +699,12 @@ class CommandLine(unittest.TestCase):
 
     def test_endless_files(self):
         self.write("c.cfg", b"eumorfo.sare\n//\n/dev/urandom\n")
-        self.refused(b"", "valid", "--config", "c.cfg",
-                     err="lemara valid: c.cfg:3: /dev/urandom: not a regular file\n")
-        self.refused(b"", "valid", "--config", "/dev/urandom",
-                     err="lemara valid: /dev/urandom: too large\n")
-        self.refused(b"", "valid", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
-                     err="lemara valid: /dev/zero: not a regular file\n")
+        self.refused(b"", "analyze", "--config", "c.cfg",
+                     err="lemara analyze: c.cfg:3: /dev/urandom: not a regular file\n")
+        self.refused(b"", "analyze", "--config", "/dev/urandom",
+                     err="lemara analyze: /dev/urandom: not a regular file\n")
+        self.refused(b"", "analyze", "--config", "sareak.cfg", "--dictionary", "/dev/zero",
+                     err="lemara analyze: /dev/zero: not a regular file\n")
 
     def test_any_bytes_as_text(self):
         noise = random.Random(7)
@@ -713,29 +731,21 @@ class CommandLine(unittest.TestCase):
             "lemara analyze: c.cfg:2: /proc/self/mem: cannot read: Input/output error\n"))
 
     def test_dictionaries(self):
-        hint = '; a line is WORD, TAB, CLASS, as in "etxe", TAB, "<ARR>"\n'
-        for label, lines, err in [
-            ("a word alone", b"\nblog\n", "my.hp:2: no class tag behind the word" + hint),
-            ("a tag without brackets", b"blog\tARR>\n",
-             'my.hp:1: the class tag "ARR>" doesn\'t begin with "<"' + hint),
-            ("UTF-8", "ñabar\t<IZO>\n".encode(),
-             "my.hp: is UTF-8 and must be Latin-1; iconv -f utf-8 -t latin1 makes it so\n"),
-            ("binary", b"a\0b\t<ARR>\n", "my.hp: not a text file: it holds NUL bytes\n"),
-        ]:
-            with self.subTest(label):
-                self.write("my.hp", lines)
-                self.refused(b"", "valid", "--config", "sareak.cfg", "--dictionary", "my.hp",
-                             "etxe", err="lemara valid: " + err)
-
-    def test_dictionary_lines_that_are_passed_over(self):
-        self.write("my.hp", b"blog\t<ARR\nblog\t<ARR>\r\nb\t<ARR>\n")
+        self.write("my.hp", "blog\t<ARR>\n//\nñiko\t<ARR>\n".encode())
+        self.expect(self.run_command("valid", "--dictionary", "my.hp", "ñiko", "bloga"), 1,
+                    "ñiko\tunknown\nbloga\tvalid\n")
+        self.write("my.hp", b"a\0b\t<ARR>\n")
         self.expect(self.run_command("valid", "--dictionary", "my.hp", "etxe"), 0,
                     "etxe\tvalid\n",
-                    'lemara valid: my.hp:1: the class tag doesn\'t end with ">"; '
-                    "line passed over\n"
-                    "lemara valid: my.hp:2: a carriage return behind the class tag; "
-                    "line passed over\n"
-                    "lemara valid: my.hp:3: a word needs two letters; line passed over\n")
+                    "lemara valid: my.hp: not a text file: it holds NUL bytes\n")
+
+    def test_dictionary_lines_that_are_passed_over(self):
+        self.write("my.hp", b"blog\nblog\t<ARR\nblog\t<ARR>\r\nb\t<ARR>\n")
+        self.expect(self.run_command("valid", "--dictionary", "my.hp", "bloga"), 0,
+                    "bloga\tvalid\n",
+                    "lemara valid: my.hp:1: no word class; line passed over\n"
+                    "lemara valid: my.hp:2: no word class; line passed over\n"
+                    "lemara valid: my.hp:4: a word needs two letters; line passed over\n")
 
     def test_a_dictionary_without_hp(self):
         self.write("c.cfg", b"eumorfo.sare\n")
