@@ -13,6 +13,13 @@
 
 namespace lemara::tools {
 
+/// How a text with such paragraphs is cut; `by_line`: each line is a text of its own.
+inline ChunkReader::Ends chunk_ends(Paragraphs paragraphs, bool by_line = false) {
+    if (by_line) return ChunkReader::Ends::LINES_OF_BYTES;
+    return paragraphs == Paragraphs::BLANK ? ChunkReader::Ends::BLANK_LINES
+                                           : ChunkReader::Ends::LINES;
+}
+
 /// A chunk's text in UTF-8, and what is told of its places.
 struct ChunkText {
     Chunk chunk;

@@ -35,7 +35,7 @@ struct AnalyzeArguments {
     Encoding encoding = Encoding::UTF_8;
     Paragraphs paragraphs = Paragraphs::LINES;
     Output output = Output::MULTEXT;
-    bool values = false, records = false;
+    bool values = false, records = false, exit_zero = false;
     std::size_t jobs = 1;
     std::vector<std::string> files;
 };
@@ -159,7 +159,7 @@ private:
 };
 
 int analyze_tokens(const Checker& checker, const AnalyzeArguments& arguments) {
-    ChunkReader reader(arguments.files, arguments.paragraphs == Paragraphs::BLANK,
+    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs, arguments.records),
                        ANALYSED_AT_ONCE);
     Report report(arguments, reader.files());
     const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
@@ -176,15 +176,18 @@ int analyze(AnalyzeArguments arguments) {
     // The answers of this command depend on no dictionary but one that is named.
     arguments.checker.no_dictionary = arguments.checker.dictionary.empty();
     const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
+    const auto status = [&](int found) {
+        return found == FINDINGS && arguments.exit_zero ? DONE : found;
+    };
     const std::optional<Format> format = engine_format(arguments.output);
-    if (arguments.records || !format) return analyze_tokens(*checker, arguments);
+    if (arguments.records || !format) return status(analyze_tokens(*checker, arguments));
     RenderArguments wanted;
     wanted.format = *format;
     wanted.variants = arguments.values;
     wanted.encoding = arguments.encoding;
     wanted.paragraphs = arguments.paragraphs;
     wanted.files = arguments.files;
-    return render_texts(*checker, wanted, [](const std::string&) {});
+    return status(render_texts(*checker, wanted, [](const std::string&) {}));
 }
 
 void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
@@ -212,6 +215,8 @@ void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
         "--values", arguments.values,
         "with multext and both cg3: also source, better form and form to use "
         "instead");
+    command.add_flag("--exit-zero", arguments.exit_zero,
+                     "exit with status 0 also if something is no UTF-8");
     command
         .add_option(
             "--jobs", arguments.jobs,

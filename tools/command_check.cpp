@@ -43,7 +43,7 @@ struct CheckArguments {
     Output output = Output::TEXT;
     Colour colour = Colour::AUTO;
     bool no_suggest = false, fail_fast = false, foreign = false, records = false;
-    bool summary = false;
+    bool summary = false, exit_zero = false;
     std::size_t most = 8, jobs = 1;
     std::vector<std::string> files;
 };
@@ -219,7 +219,8 @@ public:
         if (!arguments_.records) results_.write(report_tail(format_));
         results_.flush();
         if (arguments_.summary) tell_summary();
-        return failed_ ? FAILED : findings_ > 0 ? FINDINGS : DONE;
+        if (failed_) return FAILED;
+        return findings_ > 0 && !arguments_.exit_zero ? FINDINGS : DONE;
     }
 
 private:
@@ -273,7 +274,7 @@ private:
 
 int check_as_findings(const CheckArguments& arguments) {
     const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
-    ChunkReader reader(arguments.files, arguments.paragraphs == Paragraphs::BLANK);
+    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs, arguments.records));
     Report report(arguments);
     const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
     OrderedJobs<Chunk, CheckedChunk> jobs(
@@ -314,7 +315,8 @@ int check_as_markup(const CheckArguments& arguments) {
     const int status = render_texts(*checker, wanted, [&](const std::string& rendered) {
         findings = findings || has_findings(rendered);
     });
-    return status == DONE && findings ? FINDINGS : status;
+    if (status == FAILED) return FAILED;
+    return (findings || status == FINDINGS) && !arguments.exit_zero ? FINDINGS : DONE;
 }
 
 int check(const CheckArguments& arguments) {
@@ -362,6 +364,8 @@ void add_check(CLI::App& app, int& status) {
         ->type_name("N");
     command->add_flag("--foreign", arguments->foreign,
                       "tell words in other scripts, too");
+    command->add_flag("--exit-zero", arguments->exit_zero,
+                      "exit with status 0 also if there are findings");
     command->add_flag("--fail-fast", arguments->fail_fast, "end at the first finding");
     command
         ->add_option("--jobs", arguments->jobs,

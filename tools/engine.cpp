@@ -65,16 +65,4 @@ const Sarea* Session::network(const std::string& key) const {
     return found == engine().sareak.end() ? nullptr : found->second;
 }
 
-bool Session::decode(const std::string& place, const std::string& typed,
-                     std::string& word) {
-    std::string complaint;
-    std::optional<std::string> latin1 = decoded(typed, encoding_, complaint);
-    if (!complaint.empty()) {
-        message(place + ": " + complaint + (latin1 ? "" : "; word passed over"));
-    }
-    if (!latin1) return false;
-    word = std::move(*latin1);
-    return true;
-}
-
 }  // namespace lemara::tools

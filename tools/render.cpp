@@ -73,7 +73,7 @@ int render_texts(const Checker& checker, const RenderArguments& arguments,
                  const std::function<void(const std::string&)>& see) {
     Results results;
     ChunkPlaces places;
-    ChunkReader reader(arguments.files, arguments.paragraphs == Paragraphs::BLANK);
+    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs));
     bool failed = false;
     int number = 0;
     for (Chunk chunk; reader.next(chunk);) {

@@ -50,9 +50,12 @@ void for_each_line(std::string_view text, Take take) {
 /// What comes from a pipe or a terminal is given out as it arrives.
 class ChunkReader {
 public:
-    /// `files`: "-" is standard input, and so is an empty list. With `blank` a paragraph
-    /// ends at an empty line, else at each line feed.
-    ChunkReader(std::vector<std::string> files, bool blank, std::size_t size = CHUNK);
+    /// What ends a paragraph: an empty line, each line feed, or each line feed of any bytes,
+    /// where a NUL is no trouble.
+    enum class Ends { BLANK_LINES, LINES, LINES_OF_BYTES };
+
+    /// `files`: "-" is standard input, and so is an empty list.
+    ChunkReader(std::vector<std::string> files, Ends ends, std::size_t size = CHUNK);
     ~ChunkReader();
     ChunkReader(const ChunkReader&) = delete;
     ChunkReader& operator=(const ChunkReader&) = delete;
@@ -65,7 +68,7 @@ private:
     class Source;
 
     std::vector<std::string> files_;
-    bool blank_;
+    Ends ends_;
     std::size_t size_;
     std::size_t file_ = 0;
     bool first_ = true;

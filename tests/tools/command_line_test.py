@@ -531,6 +531,65 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_command("generate", "-", "ADJ", text=b"handi\n"), 0,
                     "handi\thandi<ADJ>\n")
 
+    def test_generate_of_several_words(self):
+        self.expect(self.run_command("generate", "etxe", "etxea", "IZE"), 0,
+                    "etxe\tetxe<IZE><ARR>\netxea\tetxea<IZE><ARR><ABS>\n")
+
+    # A blank line, a word in Latin-1, and one that the tables can't hold.
+    LINES = "etxea\n\nzz\nma\u00f1a\nслово\n".encode().replace("\u00f1".encode(), b"\xf1") + \
+            "‘etxe’\r\nn\u0303abar".encode()
+
+    def records(self, command, *arguments, text, status):
+        result = self.run_command(command, "--jsonl", *arguments, text=text)
+        self.assertEqual(result.status, status)
+        return [json.loads(line) for line in result.out.decode().splitlines()]
+
+    def test_words_as_records(self):
+        no_word = {"word": "", "error": "no word"}
+        no_text = {"word": "ma\ufffda", "error": "not UTF-8 at byte 3"}
+        self.assertEqual(self.records("valid", text=self.LINES, status=1), [
+            {"word": "etxea", "valid": True}, no_word, {"word": "zz", "valid": False}, no_text,
+            {"word": "слово", "valid": True, "foreign": True}, {"word": "‘etxe’", "valid": False},
+            {"word": "n\u0303abar", "valid": True}])
+        self.assertEqual(self.records("suggest", text="etxxea\n\nслово\n".encode(), status=1), [
+            {"word": "etxxea", "forms": ["etxea"]}, no_word, {"word": "слово", "forms": []}])
+        self.assertEqual(self.records("generate", "-", "ADJ", text="ñabar\nzz\n".encode(), status=1),
+                         [{"word": "ñabar", "forms": [{"form": "ñabar", "analysis": "ñabar<ADJ>"}]},
+                          {"word": "zz", "forms": []}])
+        self.assertEqual(self.records("lookup", text=b"etx\nqq\n", status=1), [
+            {"word": "etx", "entries": [{"form": "etxe", "analysis": "etxe<IZE>"},
+                                        {"form": "etxea", "analysis": "etxea<IZE>"}]},
+            {"word": "qq", "entries": []}])
+
+    def test_words_as_a_document(self):
+        result = self.run_command("valid", "--json", "etxea", "zz")
+        self.assertEqual((result.status, result.err), (1, ""))
+        self.assertEqual(json.loads(result.out)["words"], [
+            {"word": "etxea", "valid": True}, {"word": "zz", "valid": False}])
+        self.assertEqual(json.loads(self.run_command("suggest", "--json").out)["words"], [])
+
+    def test_no_word_depends_on_another(self):
+        lines = self.LINES.split(b"\n")
+        for command, arguments in (("valid", ()), ("suggest", ()), ("lookup", ()),
+                                   ("generate", ("-", "IZE"))):
+            whole = self.run_command(command, "--jsonl", *arguments, text=self.LINES).out
+            each = [self.run_command(command, "--jsonl", *arguments, text=line + b"\n").out
+                    for line in lines]
+            self.assertEqual(whole, b"".join(each))
+
+    def test_status_zero_on_request(self):
+        for command, arguments in (("valid", ("zz",)), ("suggest", ("zzzzzz",)), ("lookup", ("q",)),
+                                   ("generate", ("zz", "ADI"))):
+            self.assertEqual(self.run_command(command, *arguments).status, 1)
+            self.assertEqual(self.run_command(command, "--exit-zero", *arguments).status, 0)
+
+    def test_words_in_latin_1(self):
+        text = "ñabar\nzñ\n".encode("latin-1")
+        self.assertEqual(self.run_command("valid", "--encoding", "latin-1", text=text).out,
+                         "ñabar\tvalid\nzñ\tunknown\n".encode("latin-1"))
+        result = self.run_command("valid", "--encoding", "latin-1", "--jsonl", text=text)
+        self.assertEqual(json.loads(result.out.splitlines()[1]), {"word": "zñ", "valid": False})
+
     def test_generate_an_unknown_word(self):
         self.expect(self.run_command("generate", "blog", "ARR"), 0,
                     "blog\tblog<IZE><ARR><hp4><MG>\nbloga\tblog<IZE><ARR><hp4><ABS>\n")
@@ -767,8 +826,8 @@ class CommandLine(unittest.TestCase):
             (("table", "chekc"), "lemara table: unknown command chekc; see lemara table --help"),
             (("table", "check"), "lemara table check: FILE is required; "
                                  "see lemara table check --help"),
-            (("generate", "etxe", "IZE", "more"), "lemara generate: unexpected argument more; "
-                                                  "see lemara generate --help"),
+            (("table", "text", "a", "b"), "lemara table text: unexpected argument b; "
+                                          "see lemara table text --help"),
         ]:
             with self.subTest(arguments):
                 self.refused(b"", *arguments, err=err + "\n")

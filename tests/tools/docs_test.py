@@ -35,7 +35,7 @@ def examples_in(path):
 
 def output_of(command, lemara, folder):
     environment = {"PATH": os.path.dirname(lemara) + ":/usr/bin:/bin", "LC_ALL": "C.UTF-8",
-                   "XDG_DATA_HOME": os.path.join(folder, "data")}
+                   "HOME": folder, "XDG_DATA_HOME": os.path.join(folder, "data")}
     result = subprocess.run(["bash", "-c", command], stdout=subprocess.PIPE, cwd=folder,
                             stderr=subprocess.STDOUT, env=environment, timeout=60)
     return result.stdout.decode().rstrip("\n")
