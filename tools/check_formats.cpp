@@ -315,4 +315,24 @@ std::string with_its_line(const std::string& file, const Finding& finding,
            std::string(word_columns - 1, '~') + colour(PLAIN) + '\n';
 }
 
+constexpr std::size_t MOST_AROUND = 600;  // bytes of a line on each side of a word
+
+std::string_view before_on_line(std::string_view text, std::size_t at) {
+    const std::size_t from = at > MOST_AROUND ? at - MOST_AROUND : 0;
+    std::string_view before = text.substr(from, at - from);
+    const std::size_t end = before.find_last_of("\r\n");
+    if (end != before.npos) before.remove_prefix(end + 1);
+    while (!before.empty() && (before.front() & 0xC0) == 0x80) before.remove_prefix(1);
+    return before;
+}
+
+std::string_view after_on_line(std::string_view text, std::size_t at) {
+    std::string_view after = text.substr(std::min(at, text.size()), MOST_AROUND);
+    after = after.substr(0, after.find_first_of("\r\n"));
+    if (after.size() < MOST_AROUND) return after;
+    while (!after.empty() && (after.back() & 0xC0) == 0x80) after.remove_suffix(1);
+    if (!after.empty()) after.remove_suffix(1);  // a character that may be cut
+    return after;
+}
+
 }  // namespace lemara::tools

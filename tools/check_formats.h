@@ -2,6 +2,7 @@
 // Tests: tests/tools/check_formats_test.cpp.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -25,5 +26,13 @@ std::string report_entry(CheckFormat format, const std::string& file,
 std::string with_its_line(const std::string& file, const Finding& finding,
                           std::string_view before, std::string_view after,
                           std::size_t width, bool coloured);
+
+constexpr std::size_t SIDE_MARGINS =
+    4;  // columns that with_its_line needs beyond `width`
+
+/// What stands on the line of a text before the byte `at`, and from it on: some hundred
+/// bytes at most, in whole characters.
+std::string_view before_on_line(std::string_view text, std::size_t at);
+std::string_view after_on_line(std::string_view text, std::size_t at);
 
 }  // namespace lemara::tools

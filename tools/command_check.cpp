@@ -1,13 +1,11 @@
-// Checking texts: `lemara check`. Files are cut into chunks between paragraphs; chunks are
-// checked by themselves, in several threads if asked for, and told in their order.
-#include <sys/ioctl.h>
+// Checking texts: `lemara check`. Files are cut into chunks between paragraphs; chunks
+// are checked by themselves, in several threads if asked for, and told in their order.
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string_view>
@@ -25,12 +23,12 @@
 #include "output.h"
 #include "progress.h"
 #include "render.h"
+#include "terminal.h"
 
 namespace lemara::tools {
 
 namespace {
 
-constexpr std::size_t MOST_AROUND = 600;  // bytes of a line on each side of a word
 constexpr std::size_t MOST_THREADS = 256;
 
 enum class Output { TEXT, ZUZENLEX, JSON, JSONL, SARIF, GITHUB };
@@ -140,38 +138,6 @@ private:
     }
 };
 
-std::string_view before_on_line(std::string_view text, std::size_t at) {
-    const std::size_t from = at > MOST_AROUND ? at - MOST_AROUND : 0;
-    std::string_view before = text.substr(from, at - from);
-    const std::size_t end = before.find_last_of("\r\n");
-    if (end != before.npos) before.remove_prefix(end + 1);
-    while (!before.empty() && (before.front() & 0xC0) == 0x80) before.remove_prefix(1);
-    return before;
-}
-
-std::string_view after_on_line(std::string_view text, std::size_t at) {
-    std::string_view after = text.substr(std::min(at, text.size()), MOST_AROUND);
-    after = after.substr(0, after.find_first_of("\r\n"));
-    if (after.size() < MOST_AROUND) return after;
-    while (!after.empty() && (after.back() & 0xC0) == 0x80) after.remove_suffix(1);
-    if (!after.empty()) after.remove_suffix(1);  // a character that may be cut
-    return after;
-}
-
-std::size_t width_of_terminal() {
-    constexpr std::size_t USUAL = 80, NARROWEST = 20;
-    winsize size{};
-    const bool known = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return std::max<std::size_t>(known ? size.ws_col : USUAL, NARROWEST);
-}
-
-bool has_terminal_colours() {
-    const char* no_colour = std::getenv("NO_COLOR");
-    const char* terminal = std::getenv("TERM");
-    return (no_colour == nullptr || *no_colour == '\0') &&
-           (terminal == nullptr || std::string_view(terminal) != "dumb");
-}
-
 std::string counted(std::size_t count, const char* thing) {
     return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
 }
@@ -182,14 +148,15 @@ public:
     explicit Report(const CheckArguments& arguments)
         : arguments_(arguments),
           format_(format_of(arguments.output)),
-          files_(arguments.files.empty() ? std::vector<std::string>{"-"} : arguments.files),
+          files_(arguments.files.empty() ? std::vector<std::string>{"-"}
+                                         : arguments.files),
           progress_(arguments.files),
           on_terminal_(::isatty(STDOUT_FILENO) == 1),
           coloured_(arguments.colour == Colour::ALWAYS ||
                     (arguments.colour == Colour::AUTO && on_terminal_ &&
                      has_terminal_colours())),
           with_lines_(format_ == CheckFormat::TEXT && (on_terminal_ || coloured_)),
-          width_(width_of_terminal()) {
+          width_(width_of_terminal(STDOUT_FILENO)) {
         if (!arguments.records) results_.write(report_head(format_, version()));
     }
 
@@ -248,12 +215,11 @@ private:
         if (arguments_.records) return;
         const std::size_t begin = finding.span.begin.byte, end = finding.span.end.byte;
         places_.shift(finding.span);
-        constexpr std::size_t MARGINS = 4;
-        results_.write(
-            with_lines_ && arguments_.encoding == Encoding::UTF_8
-                ? with_its_line(file_, finding, before_on_line(text, begin),
-                                after_on_line(text, end), width_ - MARGINS, coloured_)
-                : report_entry(format_, file_, finding, findings_ == 1));
+        results_.write(with_lines_ && arguments_.encoding == Encoding::UTF_8
+                           ? with_its_line(file_, finding, before_on_line(text, begin),
+                                           after_on_line(text, end),
+                                           width_ - SIDE_MARGINS, coloured_)
+                           : report_entry(format_, file_, finding, findings_ == 1));
     }
 
     void tell_message(const std::string& text) {

@@ -14,6 +14,7 @@ void add_check(CLI::App& app, int& status);
 void add_coverage(CLI::App& app, int& status);
 void add_dict(CLI::App& app, int& status);
 void add_doctor(CLI::App& app, int& status);
+void add_fix(CLI::App& app, int& status);
 void add_generate(CLI::App& app, int& status);
 void add_lookup(CLI::App& app, int& status);
 void add_suggest(CLI::App& app, int& status);

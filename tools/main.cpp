@@ -80,6 +80,7 @@ int run(int count, char** arguments) {
         "  lemara analyze --format cg3 letter.txt\n"
         "  lemara suggest etxxea");
     add_check(app, status);
+    add_fix(app, status);
     add_analyze(app, status);
     add_coverage(app, status);
     add_dict(app, status);
