@@ -25,7 +25,6 @@ namespace lemara::tools {
 
 namespace {
 
-constexpr std::size_t MOST_THREADS = 256;
 constexpr std::size_t ANALYSED_AT_ONCE = std::size_t{1} << 15;  // bytes; tokens are large
 
 enum class Output { MULTEXT, CG3_LEMARA, IKUTE, ZUZENLEX, CG3, CONLLU, JSON, JSONL };
@@ -162,9 +161,8 @@ int analyze_tokens(const Checker& checker, const AnalyzeArguments& arguments) {
     ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs, arguments.records),
                        ANALYSED_AT_ONCE);
     Report report(arguments, reader.files());
-    const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
     OrderedJobs<Chunk, AnalysedChunk> jobs(
-        arguments.jobs == 0 ? cores : arguments.jobs,
+        thread_count(arguments.jobs),
         [&](Chunk chunk) { return analysed(checker, arguments, std::move(chunk)); },
         [&](AnalysedChunk chunk) { report.take(std::move(chunk)); });
     for (Chunk chunk; reader.next(chunk);) jobs.add(std::move(chunk));
@@ -186,8 +184,9 @@ int analyze(AnalyzeArguments arguments) {
     wanted.variants = arguments.values;
     wanted.encoding = arguments.encoding;
     wanted.paragraphs = arguments.paragraphs;
+    wanted.jobs = arguments.jobs;
     wanted.files = arguments.files;
-    return status(render_texts(*checker, wanted, [](const std::string&) {}));
+    return status(render_texts(*checker, wanted, [](const std::string&) { return true; }));
 }
 
 void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
@@ -220,8 +219,8 @@ void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
     command
         .add_option(
             "--jobs", arguments.jobs,
-            "threads that analyse for cg3, conllu, json and jsonl (default 1; 0: as "
-            "many as there are cores); the output is the same")
+            "threads that analyse (default 1; 0: as many as there are cores); the output is "
+            "the same")
         ->type_name("N")
         ->check(CLI::Range(std::size_t{0}, MOST_THREADS).description(""));
 }

@@ -29,7 +29,6 @@ namespace lemara::tools {
 
 namespace {
 
-constexpr std::size_t MOST_THREADS = 256;
 
 enum class Output { TEXT, ZUZENLEX, JSON, JSONL, SARIF, GITHUB };
 enum class Colour { AUTO, ALWAYS, NEVER };
@@ -242,9 +241,8 @@ int check_as_findings(const CheckArguments& arguments) {
     const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
     ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs, arguments.records));
     Report report(arguments);
-    const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
     OrderedJobs<Chunk, CheckedChunk> jobs(
-        arguments.jobs == 0 ? cores : arguments.jobs, ChunkCheck(*checker, arguments),
+        thread_count(arguments.jobs), ChunkCheck(*checker, arguments),
         [&](const CheckedChunk& checked) { report.take(checked); });
     for (Chunk chunk; !report.ended() && reader.next(chunk);) jobs.add(std::move(chunk));
     if (!report.ended()) jobs.finish();
@@ -276,10 +274,12 @@ int check_as_markup(const CheckArguments& arguments) {
     wanted.variants = !arguments.no_suggest;
     wanted.encoding = arguments.encoding;
     wanted.paragraphs = arguments.paragraphs;
+    wanted.jobs = arguments.jobs;
     wanted.files = arguments.files;
     bool findings = false;
     const int status = render_texts(*checker, wanted, [&](const std::string& rendered) {
         findings = findings || has_findings(rendered);
+        return !(findings && arguments.fail_fast);
     });
     if (status == FAILED) return FAILED;
     return (findings || status == FINDINGS) && !arguments.exit_zero ? FINDINGS : DONE;
@@ -287,7 +287,10 @@ int check_as_markup(const CheckArguments& arguments) {
 
 int check(const CheckArguments& arguments) {
     if (arguments.output != Output::ZUZENLEX) return check_as_findings(arguments);
-    if (arguments.records) throw Failure("--jsonl and --format zuzenlex exclude each other");
+    for (const auto& [given, option] :
+         {std::pair(arguments.records, "--jsonl"), {arguments.summary, "--summary"}}) {
+        if (given) throw Failure(std::string(option) + " does not go with --format zuzenlex");
+    }
     return check_as_markup(arguments);
 }
 

@@ -7,12 +7,15 @@
 #include "failure.h"
 #include "files.h"
 #include "host/piece.h"
+#include "ordered_jobs.h"
 #include "output.h"
 #include "text_encoding.h"
 
 namespace lemara::tools {
 
 namespace {
+
+constexpr std::size_t RENDERED_AT_ONCE = std::size_t{1} << 15;  // bytes
 
 bool is_blank(std::string_view line) {
     return line.find_first_not_of(" \t\v\f") == line.npos;
@@ -67,37 +70,91 @@ std::string in_encoding(const std::string& utf8, Encoding encoding) {
     return latin1;
 }
 
+/// A chunk and its paragraphs, the first of which is number `first` of all.
+struct Work {
+    ChunkText text;
+    std::vector<Paragraph> paragraphs;
+    int first = 1;
+};
+
+struct Rendered {
+    Work work;
+    std::vector<std::string> paragraphs;  // UTF-8
+};
+
+/// Writes what the chunks bring, in their order.
+class Report {
+public:
+    Report(const RenderArguments& arguments, const std::vector<std::string>& files,
+           const std::function<bool(const std::string&)>& see)
+        : arguments_(arguments), files_(files), see_(see) {}
+
+    void take(const Rendered& rendered) {
+        if (ended_) return;
+        const ChunkText& text = rendered.work.text;
+        places_.enter(text);
+        const std::string file = shown_file(files_[text.chunk.file]);
+        const std::string complaint = places_.complaint(text, file);
+        if (!complaint.empty()) message(complaint);
+        for (std::size_t i = 0; i < rendered.paragraphs.size() && !ended_; ++i) {
+            const Paragraph& paragraph = rendered.work.paragraphs[i];
+            tell_lost(paragraph.text,
+                      file + ':' + std::to_string(places_.line(paragraph.line)));
+            results_.write(in_encoding(rendered.paragraphs[i], arguments_.encoding));
+            ended_ = !see_(rendered.paragraphs[i]);
+        }
+        results_.flush();
+        places_.leave(text);
+        if (text.chunk.trouble.empty() || ended_) return;
+        message(text.chunk.trouble);
+        failed_ = true;
+    }
+
+    bool ended() const { return ended_; }
+    int status() const {
+        return failed_ ? FAILED : places_.any_invalid() ? FINDINGS : DONE;
+    }
+
+private:
+    const RenderArguments& arguments_;
+    const std::vector<std::string>& files_;
+    const std::function<bool(const std::string&)>& see_;
+    Results results_;
+    ChunkPlaces places_;
+    bool ended_ = false, failed_ = false;
+};
+
 }  // namespace
 
 int render_texts(const Checker& checker, const RenderArguments& arguments,
-                 const std::function<void(const std::string&)>& see) {
-    Results results;
-    ChunkPlaces places;
-    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs));
-    bool failed = false;
-    int number = 0;
-    for (Chunk chunk; reader.next(chunk);) {
-        const ChunkText text(std::move(chunk), arguments.encoding);
-        places.enter(text);
-        const std::string file = shown_file(reader.files()[text.chunk.file]);
-        const std::string complaint = places.complaint(text, file);
-        if (!complaint.empty()) message(complaint);
-        for (const Paragraph& paragraph :
-             paragraphs_of(text.chunk.text, arguments.paragraphs)) {
-            tell_lost(paragraph.text,
-                      file + ':' + std::to_string(places.line(paragraph.line)));
-            const std::string rendered = checker.render(paragraph.text, arguments.format,
-                                                        arguments.variants, ++number);
-            see(rendered);
-            results.write(in_encoding(rendered, arguments.encoding));
+                 const std::function<bool(const std::string&)>& see) {
+    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs),
+                       RENDERED_AT_ONCE);
+    Report report(arguments, reader.files(), see);
+    const auto render = [&](Work work) {
+        Rendered rendered;
+        int number = work.first;
+        for (const Paragraph& paragraph : work.paragraphs) {
+            rendered.paragraphs.push_back(checker.render(paragraph.text, arguments.format,
+                                                         arguments.variants, number++));
         }
-        results.flush();
-        places.leave(text);
-        if (text.chunk.trouble.empty()) continue;
-        message(text.chunk.trouble);
-        failed = true;
+        rendered.work = std::move(work);
+        return rendered;
+    };
+    OrderedJobs<Work, Rendered> jobs(
+        thread_count(arguments.jobs), render,
+        [&](const Rendered& rendered) { report.take(rendered); });
+    int next = 1;
+    for (Chunk chunk; !report.ended() && reader.next(chunk);) {
+        Work work;
+        work.text = ChunkText(std::move(chunk), arguments.encoding);
+        work.paragraphs = paragraphs_of(work.text.chunk.text, arguments.paragraphs);
+        work.first = next;
+        next += static_cast<int>(work.paragraphs.size());
+        jobs.add(std::move(work));
     }
-    return failed ? FAILED : places.any_invalid() ? FINDINGS : DONE;
+    if (!report.ended()) jobs.finish();
+    return report.status();
 }
 
 }  // namespace lemara::tools

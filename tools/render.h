@@ -16,6 +16,7 @@ struct RenderArguments {
     bool variants = false;  ///< see Checker::render
     Encoding encoding = Encoding::UTF_8;
     Paragraphs paragraphs = Paragraphs::LINES;
+    std::size_t jobs = 1;  ///< threads; 0: as many as there are cores
     std::vector<std::string> files;
 };
 
@@ -23,6 +24,6 @@ struct RenderArguments {
 /// over all files, and shows it to `see`, in UTF-8. The exit status: FINDINGS if there
 /// was something that is no UTF-8, FAILED if a file could not be read.
 int render_texts(const Checker& checker, const RenderArguments& arguments,
-                 const std::function<void(const std::string&)>& see);
+                 const std::function<bool(const std::string&)>& see);
 
 }  // namespace lemara::tools

@@ -369,6 +369,37 @@ class CommandLine(unittest.TestCase):
         self.expect(self.run_markup( "--dictionary", "my.hp", text=b"blog Bloga\n"), 0,
                     self.markup(("blog", True, self.OK), ("Bloga", False, self.OK)))
 
+    def test_a_mark_up_in_threads_or_to_the_first_finding(self):
+        noise = random.Random(11)
+        text = "".join(noise.choice(["etxe", "zz", "ñabar."]) + noise.choice(" \n")
+                       for _ in range(20000)).encode()
+        for command in ("check --format zuzenlex --no-suggest", "analyze"):
+            name, *options = command.split()
+            one = self.run_command(name, *options, text=text)
+            three = self.run_command(name, *options, "--jobs", "3", text=text)
+            self.assertGreater(len(one.out), 10 ** 6 // 4)
+            self.assertEqual((one.out, one.status), (three.out, three.status))
+        self.expect(self.run_markup("--fail-fast", "--no-suggest", text=b"etxe\nzz\netxe\n"), 1,
+                    self.markup(("etxe", False, self.OK)) + self.markup(("zz", False, self.UNKNOWN)))
+        for option in ("--jsonl", "--summary"):
+            self.expect(self.run_markup(option, text=b"etxe"), 2, "",
+                        f"lemara check: {option} does not go with --format zuzenlex\n")
+
+    def test_on_a_terminal(self):
+        """What is told on a terminal: the line and a mark below the word, in colour."""
+        plain = "standard input:1:6: etxxea → etxea\r\n  etxe etxxea\r\n       ^~~~~~\r\n"
+        for colours in (True, False):
+            terminal, end = os.openpty()
+            environment = {"XDG_DATA_HOME": self.path("data"), "TERM": "xterm",
+                           **({} if colours else {"NO_COLOR": "1"})}
+            result = self.run_command("check", text=b"etxe etxxea\n", stdout=end, env=environment)
+            os.close(end)
+            told = os.read(terminal, 4096).decode()
+            os.close(terminal)
+            self.assertEqual((result.status, result.err), (1, ""))
+            self.assertEqual("\x1b[" in told, colours)
+            self.assertEqual(re.sub("\x1b\\[[0-9;]*m", "", told), plain)
+
     def test_files_that_cant_be_marked_up(self):
         self.write("a.txt", b"etxe\n")
         self.expect(self.run_markup("no.txt", "a.txt"), 2, self.markup(("etxe", False, self.OK)),
