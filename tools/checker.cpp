@@ -8,20 +8,18 @@
 
 namespace lemara::tools {
 
-void add_checker_options(CLI::App& command, CheckerArguments& arguments,
-                         bool uses_own_dictionary) {
-    command.add_option(
-        "--config", arguments.configuration,
-        "configuration file that lists the tables, one a line; without it the "
-        "tables that came with lemara");
-    if (!uses_own_dictionary) {
-        command.add_option("--dictionary", arguments.dictionary,
-                           "personal dictionary; without it none is used");
-        return;
-    }
-    command.add_option("--dictionary", arguments.dictionary,
-                       "personal dictionary; without it lemara/hiztegia.txt in "
-                       "$XDG_DATA_HOME or ~/.local/share");
+void add_checker_options(CLI::App& command, CheckerArguments& arguments) {
+    command
+        .add_option(
+            "--config", arguments.configuration,
+            "configuration file that lists the tables, one a line; without it the "
+            "tables that came with lemara")
+        ->type_name("FILE");
+    command
+        .add_option("--dictionary", arguments.dictionary,
+                    "personal dictionary; without it lemara/hiztegia.txt in "
+                    "$XDG_DATA_HOME or ~/.local/share")
+        ->type_name("FILE");
     command.add_flag("--no-dictionary", arguments.no_dictionary,
                      "use no personal dictionary");
 }

@@ -18,10 +18,8 @@ struct CheckerArguments {
     bool no_dictionary = false;
 };
 
-/// Adds --config, --dictionary and --no-dictionary; for a command that uses no dictionary
-/// but one that is named only the first two.
-void add_checker_options(CLI::App& command, CheckerArguments& arguments,
-                         bool uses_own_dictionary = true);
+/// Adds --config, --dictionary and --no-dictionary.
+void add_checker_options(CLI::App& command, CheckerArguments& arguments);
 
 /// Opens the checker; what it passes over goes to standard error. Errors: Failure, also for
 /// a dictionary that is named and isn't there, unless `may_be_new`.

@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "checker.h"
+#include "choices.h"
 #include "chunk_places.h"
 #include "commands.h"
 #include "engine.h"
@@ -30,8 +31,7 @@ constexpr std::size_t ANALYSED_AT_ONCE = std::size_t{1} << 15;  // bytes; tokens
 enum class Output { MULTEXT, CG3_LEMARA, IKUTE, ZUZENLEX, CG3, CONLLU, JSON, JSONL };
 
 struct AnalyzeArguments {
-    CheckerArguments checker;
-    Encoding encoding = Encoding::UTF_8;
+    EngineArguments engine;
     Paragraphs paragraphs = Paragraphs::LINES;
     Output output = Output::MULTEXT;
     bool values = false, records = false, exit_zero = false;
@@ -95,7 +95,7 @@ std::string records_of(const Checker& checker, std::string_view text) {
 AnalysedChunk analysed(const Checker& checker, const AnalyzeArguments& arguments,
                        Chunk chunk) {
     AnalysedChunk result;
-    result.text = ChunkText(std::move(chunk), arguments.encoding);
+    result.text = ChunkText(std::move(chunk), arguments.engine.encoding);
     if (arguments.records) {
         result.records = records_of(checker, result.text.chunk.text);
         return result;
@@ -170,10 +170,9 @@ int analyze_tokens(const Checker& checker, const AnalyzeArguments& arguments) {
     return report.finish();
 }
 
-int analyze(AnalyzeArguments arguments) {
-    // The answers of this command depend on no dictionary but one that is named.
-    arguments.checker.no_dictionary = arguments.checker.dictionary.empty();
-    const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
+int analyze(const AnalyzeArguments& arguments) {
+    const std::unique_ptr<Checker> checker =
+        open_checker(checker_arguments(arguments.engine));
     const auto status = [&](int found) {
         return found == FINDINGS && arguments.exit_zero ? DONE : found;
     };
@@ -182,7 +181,7 @@ int analyze(AnalyzeArguments arguments) {
     RenderArguments wanted;
     wanted.format = *format;
     wanted.variants = arguments.values;
-    wanted.encoding = arguments.encoding;
+    wanted.encoding = arguments.engine.encoding;
     wanted.paragraphs = arguments.paragraphs;
     wanted.jobs = arguments.jobs;
     wanted.files = arguments.files;
@@ -204,7 +203,7 @@ void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
             "multext (default), cg3 (for vislcg3), conllu, json (one document), "
             "jsonl (an object for each token), cg3-lemara, ikute (the last problem "
             "word of each sentence) or zuzenlex (a verdict for each word)")
-        ->transform(CLI::CheckedTransformer(outputs).description(""))
+        ->transform(one_of(outputs))
         ->type_name("NAME");
     command.add_flag(
         "--jsonl", arguments.records,
@@ -230,8 +229,7 @@ void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
 void add_analyze(CLI::App& app, int& status) {
     CLI::App* command = app.add_subcommand("analyze", "Write the analyses of a text");
     auto arguments = std::make_shared<AnalyzeArguments>();
-    add_checker_options(*command, arguments->checker, false);
-    add_encoding_option(*command, arguments->encoding);
+    add_engine_options(*command, arguments->engine);
     add_output_options(*command, *arguments);
     add_paragraph_options(*command, arguments->paragraphs, arguments->files);
     command->footer(

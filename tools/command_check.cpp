@@ -13,6 +13,7 @@
 
 #include "check_formats.h"
 #include "checker.h"
+#include "choices.h"
 #include "chunk_places.h"
 #include "commands.h"
 #include "engine.h"
@@ -299,11 +300,12 @@ void add_output_options(CLI::App& command, CheckArguments& arguments) {
         {"text", Output::TEXT},   {"zuzenlex", Output::ZUZENLEX}, {"json", Output::JSON},
         {"jsonl", Output::JSONL}, {"sarif", Output::SARIF},   {"github", Output::GITHUB}};
     command
-        .add_option("--format", arguments.output,
-                    "text (default), json (one document), jsonl (an object for each "
-                    "finding), sarif, github (commands of a workflow) or zuzenlex (a verdict "
-                    "for each token, as the engine writes it)")
-        ->transform(CLI::CheckedTransformer(outputs).description(""))
+        .add_option(
+            "--format", arguments.output,
+            "text (default), json (one document), jsonl (an object for each "
+            "finding), sarif, github (commands of a workflow) or zuzenlex (a verdict "
+            "for each token, as the engine writes it)")
+        ->transform(one_of(outputs))
         ->type_name("NAME");
     command.add_flag("--jsonl", arguments.records,
                      "answer each line of the input with one line, a JSON object with its "
@@ -311,9 +313,10 @@ void add_output_options(CLI::App& command, CheckArguments& arguments) {
     const std::map<std::string, Colour> colours{
         {"auto", Colour::AUTO}, {"always", Colour::ALWAYS}, {"never", Colour::NEVER}};
     command
-        .add_option("--color", arguments.colour,
-                    "auto (default: on a terminal, unless NO_COLOR is set), always, never")
-        ->transform(CLI::CheckedTransformer(colours).description(""))
+        .add_option(
+            "--color", arguments.colour,
+            "auto (default: on a terminal, unless NO_COLOR is set), always, never")
+        ->transform(one_of(colours))
         ->type_name("WHEN");
     command.add_flag("--summary", arguments.summary,
                      "tell findings, words and time at the end");

@@ -192,6 +192,7 @@ void add_convert(CLI::App& table, int& status) {
     command
         ->add_option("-o,--output", arguments->out,
                      "the table to write; - for standard output")
+        ->type_name("FILE")
         ->required();
     command->add_flag(
         "--lower", arguments->options.lower,
@@ -209,7 +210,9 @@ CLI::App* add_in_and_out(CLI::App& table, const char* name, const char* about,
                          const std::shared_ptr<CompileArguments>& arguments) {
     CLI::App* command = table.add_subcommand(name, about);
     command->add_option("IN", arguments->in, in)->required();
-    command->add_option("-o,--output", arguments->out, out)->required();
+    command->add_option("-o,--output", arguments->out, out)
+        ->type_name("FILE")
+        ->required();
     return command;
 }
 

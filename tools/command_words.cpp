@@ -18,6 +18,7 @@ struct WordArguments {
     EngineArguments engine;
     AskedWords asked;
     bool json = false, jsonl = false, exit_zero = false;
+    std::string tag;    // generate
     bool flag = false;  // valid --deep, lookup --all
 };
 
@@ -103,14 +104,8 @@ std::string in_brackets(const std::string& tag) {
     return !tag.empty() && tag.front() == '<' ? tag : '<' + tag + '>';
 }
 
-int generate(WordArguments arguments) {
-    std::vector<std::string>& words = arguments.asked.words;
-    if (words.size() < 2) {
-        throw Failure(std::string(words.empty() ? "LEMMA" : "TAG") +
-                      " is required; see lemara generate --help");
-    }
-    const std::string tag = in_brackets(words.back());
-    words.pop_back();
+int generate(const WordArguments& arguments) {
+    const std::string tag = in_brackets(arguments.tag);
     return answer_by(arguments, [&](const Lemara& engine, const AskedWord& word) {
         if (word.foreign) return answer_of({}, "forms");
         return answer_of(engine.sortuFormak(word.latin1, tag), "forms");
@@ -179,13 +174,15 @@ void add_generate(CLI::App& app, int& status) {
     CLI::App* command = app.add_subcommand("generate", "Write the forms of a word");
     auto arguments = arguments_for(*command);
     command
-        ->add_option(
-            "LEMMA... TAG", arguments->asked.words,
-            "words, or - for the lines of standard input, and behind them a tag that the "
-            "forms carry, as IZE; for a word that the lexicon lacks its class: ARR, IZO, "
-            "ADI, PIB, LIB or IZB")
-        ->type_name("")
-        ->expected(-1);
+        ->add_option("LEMMA", arguments->asked.words,
+                     "words; - for the lines of standard input")
+        ->required();
+    command
+        ->add_option("TAG", arguments->tag,
+                     "a tag that the forms carry, as IZE; for a word that the lexicon lacks "
+                     "its class: ARR, IZO, ADI, PIB, LIB or IZB")
+        ->required();
+    command->positionals_at_end();
     command->footer(
         "Writes each form, a TAB, and its analysis.\n"
         "Exit status: 0 done; 1 there is no such form; 2 wrong usage, or a file that "

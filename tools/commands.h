@@ -1,6 +1,8 @@
 // The subcommands of `lemara`, one file each.
 #pragma once
 
+#include <string>
+
 namespace CLI {
 class App;
 }
@@ -16,10 +18,14 @@ void add_dict(CLI::App& app, int& status);
 void add_doctor(CLI::App& app, int& status);
 void add_fix(CLI::App& app, int& status);
 void add_generate(CLI::App& app, int& status);
+void add_help(CLI::App& app, int& status);
 void add_lookup(CLI::App& app, int& status);
 void add_suggest(CLI::App& app, int& status);
 void add_table(CLI::App& app, int& status);
 void add_valid(CLI::App& app, int& status);
+
+/// What --help writes.
+std::string help_of(const CLI::App& command);
 
 /// True if the command line is one of ispell's: options and no subcommand.
 bool is_ispell_command_line(int count, char** arguments);

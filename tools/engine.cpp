@@ -3,17 +3,22 @@
 #include <CLI/CLI.hpp>
 #include <map>
 
+#include "choices.h"
 #include "failure.h"
 
 namespace lemara::tools {
 
 void add_engine_options(CLI::App& command, EngineArguments& arguments) {
-    command.add_option(
-        "--config", arguments.configuration,
-        "configuration file that lists the tables, one a line; without it the "
-        "tables that came with lemara");
-    command.add_option("--dictionary", arguments.dictionary,
-                       "personal dictionary; without it none");
+    command
+        .add_option(
+            "--config", arguments.configuration,
+            "configuration file that lists the tables, one a line; without it the "
+            "tables that came with lemara")
+        ->type_name("FILE");
+    command
+        .add_option("--dictionary", arguments.dictionary,
+                    "personal dictionary; without it none")
+        ->type_name("FILE");
     add_encoding_option(command, arguments.encoding);
 }
 
@@ -23,7 +28,7 @@ void add_encoding_option(CLI::App& command, Encoding& encoding) {
     command
         .add_option("--encoding", encoding,
                     "encoding of text in and out: utf-8 (default) or latin-1")
-        ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case).description(""))
+        ->transform(one_of(encodings))
         ->type_name("NAME");
 }
 
@@ -36,19 +41,14 @@ void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
             "--paragraphs", paragraphs,
             "what a paragraph is: lines (default; each line is one) or blank (blank "
             "lines stand between them)")
-        ->transform(CLI::CheckedTransformer(ends).description(""))
+        ->transform(one_of(ends))
         ->type_name("NAME");
     command.add_option("FILE", files, "text files; - or none for standard input");
 }
 
-namespace {
-
-/// Without a dictionary none is used, so that answers depend on nothing else.
 CheckerArguments checker_arguments(const EngineArguments& arguments) {
     return {arguments.configuration, arguments.dictionary, arguments.dictionary.empty()};
 }
-
-}  // namespace
 
 Session::Session(const EngineArguments& arguments)
     : encoding_(arguments.encoding),

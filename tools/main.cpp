@@ -40,11 +40,6 @@ std::string complaint(const CLI::App& command, const CLI::ParseError& error) {
            rest.front();
 }
 
-std::string help_of(const CLI::App& command) {
-    const CLI::App* parent = command.get_parent();
-    return command.help(parent == nullptr ? "" : full_name(*parent));
-}
-
 int tell_usage(const CLI::App& app, const CLI::ParseError& error) {
     const CLI::App* command = named_command(app);
     if (error.get_exit_code() == 0) {
@@ -71,9 +66,16 @@ int run(int count, char** arguments) {
         "be "
         "used.\n\n"
         "\"lemara COMMAND --help\" tells more of each command.\n\n"
-        "As ispell, for editors: -a serves the pipe protocol; -l lists the unknown words of "
-        "FILEs or standard\ninput, -G the known ones, -L the lines that hold unknown ones; "
-        "-vv tells the version. With them go\n-d eu, -p DICTIONARY, -i ENCODING, --config, "
+        "Environment: LEMARA_TABLES names the tables, a configuration or the folder of "
+        "one; "
+        "XDG_DATA_HOME\n(else ~/.local/share) holds lemara/hiztegia.txt, the personal "
+        "dictionary; NO_COLOR forbids colours.\n\n"
+        "As ispell, for editors: -a serves the pipe protocol; -l lists the unknown words "
+        "of "
+        "FILEs or standard\ninput, -G the known ones, -L the lines that hold unknown "
+        "ones; "
+        "-vv tells the version. With them go\n-d eu, -p DICTIONARY, -i ENCODING, "
+        "--config, "
         "--dictionary and --no-dictionary.\n\n"
         "Examples:\n"
         "  printf 'Kaixo, mundua!\\n' | lemara check\n"
@@ -90,6 +92,7 @@ int run(int count, char** arguments) {
     add_generate(app, status);
     add_lookup(app, status);
     add_table(app, status);
+    add_help(app, status);
     app.parse_complete_callback([&] { set_tool_name(full_name(*named_command(app))); });
     try {
         app.parse(count, arguments);
@@ -100,6 +103,11 @@ int run(int count, char** arguments) {
 }
 
 }  // namespace
+
+std::string lemara::tools::help_of(const CLI::App& command) {
+    const CLI::App* parent = command.get_parent();
+    return command.help(parent == nullptr ? "" : full_name(*parent));
+}
 
 int main(int count, char** arguments) {
     std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is told like any other failed write
