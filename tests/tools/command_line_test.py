@@ -864,11 +864,10 @@ class CommandLine(unittest.TestCase):
                 self.refused(b"", *arguments, err=err + "\n")
 
     def test_a_bad_value(self):
-        result = self.run_bare("analyze", "--format", "xml")
-        self.assertEqual((result.status, result.out), (2, b""))
-        self.assertIn("lemara analyze: --format: ", result.err)
-        self.assertIn("see lemara analyze --help", result.err)
-        self.assertEqual(result.err.count("\n"), 1)
+        self.refused(b"", "analyze", "--format", "xml",
+                     err="lemara analyze: --format: xml is none of cg3, cg3-lemara, conllu, ikute, "
+                         "json, jsonl, multext, zuzenlex; see lemara analyze --help\n")
+        self.expect(self.run_command("check", "--format", "JSONL", text=b"etxe"), 0, "")
 
     def test_help_and_version(self):
         result = self.run_bare("--version")
