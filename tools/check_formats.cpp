@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "json.h"
+#include "lemara/json.h"
 #include "text_encoding.h"
 
 namespace lemara::tools {
@@ -104,14 +104,8 @@ std::string json_member(const char* name, std::size_t value) {
     return '"' + std::string(name) + "\":" + std::to_string(value);
 }
 
-std::string json_place(const Place& place) {
-    return '{' + json_member("byte", place.byte) + ',' +
-           json_member("code_point", place.code_point) + ',' +
-           json_member("utf16", place.utf16) + '}';
-}
-
 std::string json_with_file(const std::string& file, const Finding& finding) {
-    return "{\"file\":" + json_string(file) + ',' + json_of(finding).substr(1);
+    return "{\"file\":" + json_string(file) + ',' + to_json(finding).substr(1);
 }
 
 /// A file name as a relative or absolute URI: all but plain characters escaped.
@@ -265,21 +259,6 @@ std::string text_of(const std::vector<Cell>& cells, std::size_t from, std::size_
 }
 
 }  // namespace
-
-std::string json_of(const Finding& finding) {
-    std::string forms;
-    for (const std::string& form : finding.forms) {
-        forms += (forms.empty() ? "" : ",") + json_string(form);
-    }
-    const Span& span = finding.span;
-    return "{\"kind\":" + json_string(name_of(finding.kind)) +
-           ",\"token\":" + json_string(finding.token) + ',' +
-           json_member("line", span.line) + ',' + json_member("column", span.column) + ',' +
-           json_member("column_utf16", span.column_utf16) +
-           ",\"begin\":" + json_place(span.begin) + ",\"end\":" + json_place(span.end) +
-           ",\"forms\":[" + forms +
-           "],\"complete\":" + (finding.complete ? "true" : "false") + '}';
-}
 
 std::string report_head(CheckFormat format, const std::string& version) {
     if (format == CheckFormat::JSON) {

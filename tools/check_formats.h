@@ -20,9 +20,6 @@ std::string report_tail(CheckFormat format);
 std::string report_entry(CheckFormat format, const std::string& file,
                          const Finding& finding, bool first);
 
-/// One finding as a JSON object without a file name.
-std::string json_of(const Finding& finding);
-
 /// One finding with its line, for a terminal: the message, the line cut to `width` columns
 /// around the word, and a mark below it. `before` and `after` are what stands around the
 /// word on its line, or as much of it as may be shown.

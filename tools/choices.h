@@ -12,10 +12,19 @@ namespace lemara::tools {
 /// words.
 template <class T>
 CLI::Validator one_of(const std::map<std::string, T>& names) {
-    std::string list;
-    for (const auto& entry : names) list += (list.empty() ? "" : ",") + entry.first;
-    CLI::CheckedTransformer choice(names, CLI::ignore_case);
-    choice.description("").name('{' + list + '}');
+    std::string list, told;
+    for (const auto& entry : names) {
+        list += (list.empty() ? "" : ",") + entry.first;
+        told += (told.empty() ? "" : ", ") + entry.first;
+    }
+    const auto choose = [names, told](std::string& value) -> std::string {
+        const auto found = names.find(CLI::detail::to_lower(value));
+        if (found == names.end()) return value + " is none of " + told;
+        value = std::to_string(static_cast<int>(found->second));  // as the parser reads an enum
+        return "";
+    };
+    CLI::Validator choice(choose, "");
+    choice.name('{' + list + '}');
     return choice;
 }
 

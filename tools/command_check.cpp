@@ -12,26 +12,26 @@
 #include <thread>
 
 #include "check_formats.h"
-#include "check_markup.h"
 #include "checker.h"
 #include "choices.h"
+#include "chunk_places.h"
 #include "commands.h"
+#include "engine.h"
 #include "failure.h"
 #include "files.h"
+#include "lemara/json.h"
 #include "ordered_jobs.h"
 #include "output.h"
 #include "progress.h"
+#include "render.h"
 #include "terminal.h"
-#include "text_chunks.h"
-#include "text_encoding.h"
 
 namespace lemara::tools {
 
 namespace {
 
-constexpr std::size_t MOST_THREADS = 256;
 
-enum class Output { TEXT, MARKUP, JSON, JSONL, SARIF, GITHUB };
+enum class Output { TEXT, ZUZENLEX, JSON, JSONL, SARIF, GITHUB };
 enum class Colour { AUTO, ALWAYS, NEVER };
 
 struct CheckArguments {
@@ -41,7 +41,7 @@ struct CheckArguments {
     Output output = Output::TEXT;
     Colour colour = Colour::AUTO;
     bool no_suggest = false, fail_fast = false, foreign = false, records = false;
-    bool summary = false;
+    bool summary = false, exit_zero = false;
     std::size_t most = 8, jobs = 1;
     std::vector<std::string> files;
 };
@@ -63,12 +63,10 @@ CheckFormat format_of(Output output) {
 
 /// A chunk and what was found in it. Places count from the start of the chunk.
 struct CheckedChunk {
-    Chunk chunk;
+    ChunkText text;
     std::vector<Finding> findings;
-    TextExtent extent;
     std::size_t words = 0;
-    std::size_t invalid_at = std::string::npos;  // first byte that is no UTF-8
-    std::string records;                         // with --jsonl
+    std::string records;  // with --jsonl
 };
 
 /// Stretches between blanks that hold a letter, or what may be one.
@@ -103,19 +101,13 @@ public:
 
     CheckedChunk operator()(Chunk chunk) const {
         CheckedChunk result;
-        result.chunk = std::move(chunk);
-        std::string& text = result.chunk.text;
-        const bool latin1 = arguments_.encoding == Encoding::LATIN_1;
-        if (latin1) text = utf8_from_latin1(text);
-        result.invalid_at = find_invalid_utf8(text);
-        result.words = count_words(text);
+        result.text = ChunkText(std::move(chunk), arguments_.encoding);
+        result.words = count_words(result.text.chunk.text);
         if (arguments_.records) {
             make_records(result);
-            return result;
+        } else {
+            find_all(result);
         }
-        result.extent = extent_of(text);
-        find_all(result);
-        if (latin1) count_as_latin1(result);
         return result;
     }
 
@@ -124,53 +116,25 @@ private:
     const CheckArguments& arguments_;
     CheckOptions options_;
 
-    /// The checker takes a mark at the start of a text for the byte order mark of a file; a
-    /// line feed in front tells it that this is none.
     void find_all(CheckedChunk& result) const {
-        const std::string& text = result.chunk.text;
-        const bool with_mark = text.compare(0, 3, "\xEF\xBB\xBF") == 0;
-        if (result.chunk.first || !with_mark) {
+        result.text.with_spans([&](std::string_view text, const auto& correct) {
             checker_.check(text, options_, [&](const Finding& finding) {
                 result.findings.push_back(finding);
+                correct(result.findings.back().span);
                 return !arguments_.fail_fast;
             });
-            return;
-        }
-        checker_.check('\n' + text, options_, [&](Finding finding) {
-            for (Place* place : {&finding.span.begin, &finding.span.end}) {
-                --place->byte;
-                --place->code_point;
-                --place->utf16;
-            }
-            --finding.span.line;
-            result.findings.push_back(std::move(finding));
-            return !arguments_.fail_fast;
         });
     }
 
-    /// In a Latin-1 file a character is a byte.
-    static void count_as_latin1(CheckedChunk& result) {
-        result.extent.bytes = result.extent.code_points;
-        for (Finding& finding : result.findings) {
-            finding.span.begin.byte = finding.span.begin.code_point;
-            finding.span.end.byte = finding.span.end.code_point;
-        }
-    }
-
     void make_records(CheckedChunk& result) const {
-        std::string_view rest = result.chunk.text;
-        while (!rest.empty()) {
-            const std::size_t end = std::min(rest.find('\n'), rest.size());
-            std::string_view line = rest.substr(0, end);
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-            if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        for_each_line(result.text.chunk.text, [&](std::string_view line) {
             std::string entries;
             for (const Finding& finding : checker_.check(line, options_)) {
-                entries += (entries.empty() ? "" : ",") + json_of(finding);
+                entries += (entries.empty() ? "" : ",") + to_json(finding);
                 result.findings.push_back(finding);
             }
             result.records += "{\"findings\":[" + entries + "]}\n";
-        }
+        });
     }
 };
 
@@ -197,15 +161,14 @@ public:
     }
 
     void take(const CheckedChunk& checked) {
-        const Chunk& chunk = checked.chunk;
-        if (chunk.first) start_file(chunk.file);
-        if (checked.invalid_at != std::string::npos && !told_invalid_) tell_invalid(checked);
+        const Chunk& chunk = checked.text.chunk;
+        file_ = files_[chunk.file] == "-" ? "standard input" : files_[chunk.file];
+        places_.enter(checked.text);
+        const std::string complaint = places_.complaint(checked.text, file_);
+        if (!complaint.empty()) tell_message(complaint);
         for (const Finding& finding : checked.findings) tell(finding, chunk.text);
         results_.write(checked.records);
-        base_.bytes += checked.extent.bytes;
-        base_.code_points += checked.extent.code_points;
-        base_.utf16 += checked.extent.utf16;
-        base_.line_ends += checked.extent.line_ends;
+        places_.leave(checked.text);
         words_ += checked.words;
         bytes_ += chunk.text.size();
         if (!chunk.trouble.empty()) {
@@ -223,7 +186,8 @@ public:
         if (!arguments_.records) results_.write(report_tail(format_));
         results_.flush();
         if (arguments_.summary) tell_summary();
-        return failed_ ? FAILED : findings_ > 0 ? FINDINGS : DONE;
+        if (failed_) return FAILED;
+        return findings_ > 0 && !arguments_.exit_zero ? FINDINGS : DONE;
     }
 
 private:
@@ -236,16 +200,10 @@ private:
     std::size_t width_;
     const std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
     std::string file_;
-    TextExtent base_;  // of the chunks of this file that were told
-    bool told_invalid_ = false, failed_ = false;
+    ChunkPlaces places_;
+    bool failed_ = false;
     std::size_t findings_ = 0, words_ = 0;
     std::uint64_t bytes_ = 0;
-
-    void start_file(std::size_t number) {
-        file_ = files_[number] == "-" ? "standard input" : files_[number];
-        base_ = TextExtent();
-        told_invalid_ = false;
-    }
 
     /// What comes from a pipe or a terminal is answered as it comes.
     bool results_wanted_now() const { return on_terminal_ || file_ == "standard input"; }
@@ -256,28 +214,12 @@ private:
         ++findings_;
         if (arguments_.records) return;
         const std::size_t begin = finding.span.begin.byte, end = finding.span.end.byte;
-        for (Place* place : {&finding.span.begin, &finding.span.end}) {
-            place->byte += base_.bytes;
-            place->code_point += base_.code_points;
-            place->utf16 += base_.utf16;
-        }
-        finding.span.line += base_.line_ends;
+        places_.shift(finding.span);
         results_.write(with_lines_ && arguments_.encoding == Encoding::UTF_8
                            ? with_its_line(file_, finding, before_on_line(text, begin),
                                            after_on_line(text, end),
                                            width_ - SIDE_MARGINS, coloured_)
                            : report_entry(format_, file_, finding, findings_ == 1));
-    }
-
-    void tell_invalid(const CheckedChunk& checked) {
-        told_invalid_ = true;
-        const std::string_view before =
-            std::string_view(checked.chunk.text).substr(0, checked.invalid_at);
-        const std::size_t line_start = before.find_last_of("\r\n") + 1;  // npos + 1 is 0
-        const std::size_t line = base_.line_ends + extent_of(before).line_ends + 1;
-        tell_message(file_ + ':' + std::to_string(line) + ": not UTF-8 at byte " +
-                     std::to_string(before.size() - line_start + 1) +
-                     "; what is no UTF-8 is passed over (--encoding latin-1?)");
     }
 
     void tell_message(const std::string& text) {
@@ -298,39 +240,70 @@ private:
 
 int check_as_findings(const CheckArguments& arguments) {
     const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
-    ChunkReader reader(arguments.files, arguments.paragraphs == Paragraphs::BLANK);
+    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs, arguments.records));
     Report report(arguments);
-    const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
     OrderedJobs<Chunk, CheckedChunk> jobs(
-        arguments.jobs == 0 ? cores : arguments.jobs, ChunkCheck(*checker, arguments),
+        thread_count(arguments.jobs), ChunkCheck(*checker, arguments),
         [&](const CheckedChunk& checked) { report.take(checked); });
     for (Chunk chunk; !report.ended() && reader.next(chunk);) jobs.add(std::move(chunk));
     if (!report.ended()) jobs.finish();
     return report.finish();
 }
 
+/// True if a token of the mark-up is unknown or has a better form. Nothing in the mark-up
+/// is escaped, but no token begins a line, so lines can be told apart.
+bool has_findings(std::string_view markup) {
+    const auto begins = [](std::string_view text, std::string_view start) {
+        return text.substr(0, start.size()) == start;
+    };
+    bool in_verdict = false;
+    while (!markup.empty()) {
+        const std::size_t end = std::min(markup.find('\n'), markup.size());
+        const std::string_view line = markup.substr(0, end);
+        markup.remove_prefix(std::min(end + 1, markup.size()));
+        if (begins(line, "\t<prop k=\"ezz\"")) return true;
+        if (in_verdict && begins(line, "\t\t<")) return true;
+        in_verdict = line == "\t<prop>";
+    }
+    return false;
+}
+
+int check_as_markup(const CheckArguments& arguments) {
+    const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
+    RenderArguments wanted;
+    wanted.format = Format::check;
+    wanted.variants = !arguments.no_suggest;
+    wanted.encoding = arguments.encoding;
+    wanted.paragraphs = arguments.paragraphs;
+    wanted.jobs = arguments.jobs;
+    wanted.files = arguments.files;
+    bool findings = false;
+    const int status = render_texts(*checker, wanted, [&](const std::string& rendered) {
+        findings = findings || has_findings(rendered);
+        return !(findings && arguments.fail_fast);
+    });
+    if (status == FAILED) return FAILED;
+    return (findings || status == FINDINGS) && !arguments.exit_zero ? FINDINGS : DONE;
+}
+
 int check(const CheckArguments& arguments) {
-    if (arguments.output != Output::MARKUP) return check_as_findings(arguments);
-    if (arguments.records) throw Failure("--jsonl and --format markup exclude each other");
-    MarkupArguments markup;
-    markup.engine.configuration = arguments.checker.configuration;
-    markup.engine.dictionary = arguments.checker.dictionary;
-    markup.engine.encoding = arguments.encoding;
-    markup.paragraphs = arguments.paragraphs;
-    markup.no_suggest = arguments.no_suggest;
-    markup.files = arguments.files;
-    return check_as_markup(markup);
+    if (arguments.output != Output::ZUZENLEX) return check_as_findings(arguments);
+    for (const auto& [given, option] :
+         {std::pair(arguments.records, "--jsonl"), {arguments.summary, "--summary"}}) {
+        if (given) throw Failure(std::string(option) + " does not go with --format zuzenlex");
+    }
+    return check_as_markup(arguments);
 }
 
 void add_output_options(CLI::App& command, CheckArguments& arguments) {
     const std::map<std::string, Output> outputs{
-        {"text", Output::TEXT},   {"markup", Output::MARKUP}, {"json", Output::JSON},
+        {"text", Output::TEXT},   {"zuzenlex", Output::ZUZENLEX}, {"json", Output::JSON},
         {"jsonl", Output::JSONL}, {"sarif", Output::SARIF},   {"github", Output::GITHUB}};
     command
         .add_option(
             "--format", arguments.output,
             "text (default), json (one document), jsonl (an object for each "
-            "finding), sarif, github (commands of a workflow) or markup (a verdict "
+            "finding), sarif, github (commands of a workflow) or zuzenlex (a verdict "
             "for each token, as the engine writes it)")
         ->transform(one_of(outputs))
         ->type_name("NAME");
@@ -363,6 +336,8 @@ void add_check(CLI::App& app, int& status) {
         ->type_name("N");
     command->add_flag("--foreign", arguments->foreign,
                       "tell words in other scripts, too");
+    command->add_flag("--exit-zero", arguments->exit_zero,
+                      "exit with status 0 also if there are findings");
     command->add_flag("--fail-fast", arguments->fail_fast, "end at the first finding");
     command
         ->add_option("--jobs", arguments->jobs,
@@ -383,7 +358,7 @@ void add_check(CLI::App& app, int& status) {
         "  printf 'Kaixo, mundua!\\n' | lemara check\n"
         "  lemara check --jobs 0 --no-suggest --summary *.txt\n"
         "  lemara check --format sarif docs/*.md > lemara.sarif\n"
-        "  lemara check --format markup letter.txt");
+        "  lemara check --format zuzenlex letter.txt");
     command->callback([arguments, &status] { status = check(*arguments); });
 }
 

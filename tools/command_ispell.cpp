@@ -194,7 +194,7 @@ int list(const Checker& checker, const IspellArguments& arguments) {
     const Encoding encoding = encoding_of(arguments);
     Results results;
     int status = DONE;
-    ChunkReader reader(arguments.files, false);
+    ChunkReader reader(arguments.files, ChunkReader::Ends::LINES);
     for (Chunk chunk; reader.next(chunk);) {
         const std::string text = in_utf8(chunk.text, encoding);
         if (arguments.mode == Mode::LINES) {

@@ -46,14 +46,9 @@ void add_paragraph_options(CLI::App& command, Paragraphs& paragraphs,
     command.add_option("FILE", files, "text files; - or none for standard input");
 }
 
-namespace {
-
-/// Without a dictionary none is used, so that answers depend on nothing else.
 CheckerArguments checker_arguments(const EngineArguments& arguments) {
     return {arguments.configuration, arguments.dictionary, arguments.dictionary.empty()};
 }
-
-}  // namespace
 
 Session::Session(const EngineArguments& arguments)
     : encoding_(arguments.encoding),
@@ -68,18 +63,6 @@ Session::Session(const EngineArguments& arguments)
 const Sarea* Session::network(const std::string& key) const {
     const auto found = engine().sareak.find(key);
     return found == engine().sareak.end() ? nullptr : found->second;
-}
-
-bool Session::decode(const std::string& place, const std::string& typed,
-                     std::string& word) {
-    std::string complaint;
-    std::optional<std::string> latin1 = decoded(typed, encoding_, complaint);
-    if (!complaint.empty()) {
-        message(place + ": " + complaint + (latin1 ? "" : "; word passed over"));
-    }
-    if (!latin1) return false;
-    word = std::move(*latin1);
-    return true;
 }
 
 }  // namespace lemara::tools

@@ -28,6 +28,10 @@ struct EngineArguments {
 /// Adds --config, --dictionary and --encoding.
 void add_engine_options(CLI::App& command, EngineArguments& arguments);
 
+/// A checker with the same tables. Without a dictionary that is named it uses none, so that
+/// answers depend on nothing else.
+CheckerArguments checker_arguments(const EngineArguments& arguments);
+
 /// Adds --encoding.
 void add_encoding_option(CLI::App& command, Encoding& encoding);
 
@@ -49,8 +53,8 @@ public:
 
     /// Writes a result, given in the engine's encoding, or as it is.
     void write(const std::string& latin1) { results_.write(encoded(latin1, encoding_)); }
-    void write_raw(const std::string& bytes) { results_.write(bytes); }
     void flush() { results_.flush(); }
+    Results& results() { return results_; }
 
     /// What a print operation of the library wrote.
     template <class Print>
@@ -62,48 +66,11 @@ public:
 
     Encoding encoding() const { return encoding_; }
 
-    /// The words of the command line; "-" or none stands for the lines of standard input.
-    /// Calls `judge` with each word as typed and for the engine. True if all could be
-    /// read.
-    template <class Judge>
-    bool for_each_word(const std::vector<std::string>& words, Judge judge);
-
 private:
     Results results_;             // made first: keeps the real standard output
     EngineOutput engine_output_;  // made before the engine and gone behind it
     Encoding encoding_;
     std::unique_ptr<Checker> checker_;
-
-    bool decode(const std::string& place, const std::string& typed, std::string& word);
 };
-
-template <class Judge>
-bool Session::for_each_word(const std::vector<std::string>& words, Judge judge) {
-    bool all_read = true;
-    std::string word;
-    const auto take = [&](const std::string& place, const std::string& typed) {
-        if (decode(place, typed, word)) {
-            judge(word);
-        } else {
-            all_read = false;
-        }
-    };
-    const auto take_lines = [&] {
-        LineReader lines("-");
-        for (std::string line; lines.next(line);) {
-            if (!line.empty()) take(lines.place(), line);
-            flush();
-        }
-    };
-    if (words.empty()) take_lines();
-    for (const std::string& argument : words) {
-        if (argument == "-") {
-            take_lines();
-        } else {
-            take("command line", argument);
-        }
-    }
-    return all_read;
-}
 
 }  // namespace lemara::tools

@@ -21,6 +21,16 @@ std::vector<std::string> items_of(const Finding& finding) {
     return items;
 }
 
+/// A NUL and each byte that is no UTF-8 separate words and count as one character, whatever
+/// they would be with their neighbours.
+void make_blank_what_separates(std::string& text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const host::Character c = character_at(text, at);
+        if (!c.valid || c.code == 0) text.replace(at, c.length, c.length, ' ');
+        at += c.length;
+    }
+}
+
 std::string line_of(const Finding& finding, std::size_t skipped) {
     const std::string place = std::to_string(finding.span.begin.code_point + skipped);
     const std::vector<std::string> items = items_of(finding);
@@ -114,7 +124,7 @@ std::string IspellConversation::answer(std::string_view line) {
 }
 
 std::string IspellConversation::check(std::string text, std::size_t skipped) {
-    std::replace(text.begin(), text.end(), '\0', ' ');  // it separates words, like a blank
+    make_blank_what_separates(text);
     CheckOptions options;
     options.most_forms = MOST_PROPOSALS;
     options.accepted = &accepted_;

@@ -2,6 +2,7 @@
 // Tests: tests/tools/ordered_jobs_test.cpp.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
@@ -16,6 +17,13 @@
 #include <vector>
 
 namespace lemara::tools {
+
+constexpr std::size_t MOST_THREADS = 256;
+
+/// The threads that are meant: for 0 as many as there are cores.
+inline std::size_t thread_count(std::size_t wanted) {
+    return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
+}
 
 /// Runs `work` on values in `threads` threads and hands the results to `take`, in the order
 /// in which the values were added and in the thread that adds them. With one thread the

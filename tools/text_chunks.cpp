@@ -23,8 +23,9 @@ constexpr std::size_t LOOK_FOR_NUL = 8192;  // bytes at the start of a file
 /// A file that is being read.
 class ChunkReader::Source {
 public:
-    explicit Source(const std::string& path)
-        : file_(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3)
+    Source(const std::string& path, bool any_bytes)
+        : read_before_(any_bytes),
+          file_(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3)
                             : ::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
         struct stat status {};
         if (file_.number() < 0 || ::fstat(file_.number(), &status) != 0) {
@@ -52,8 +53,9 @@ public:
     }
 
 private:
+    bool read_before_;  // or whatever stands at the start is right
     host::Descriptor file_;
-    bool regular_ = false, read_before_ = false;
+    bool regular_ = false;
     std::string trouble_;
 
     bool append(std::string& bytes, std::size_t most) {
@@ -93,8 +95,8 @@ TextExtent extent_of(std::string_view text) {
     return extent;
 }
 
-ChunkReader::ChunkReader(std::vector<std::string> files, bool blank, std::size_t size)
-    : files_(std::move(files)), blank_(blank), size_(size) {
+ChunkReader::ChunkReader(std::vector<std::string> files, Ends ends, std::size_t size)
+    : files_(std::move(files)), ends_(ends), size_(size) {
     if (files_.empty()) files_.push_back("-");
 }
 
@@ -107,7 +109,7 @@ std::size_t ChunkReader::cut() {
         const std::string_view before(waiting_.data(), end - 1);
         const std::size_t text = before.find_last_not_of('\r');
         const bool at_empty_line = text != before.npos && before[text] == '\n';
-        if (blank_ && !at_empty_line) continue;
+        if (ends_ == Ends::BLANK_LINES && !at_empty_line) continue;
         searched_ = 0;
         return end;
     }
@@ -131,7 +133,7 @@ bool ChunkReader::fill(Chunk& chunk) {
 
 bool ChunkReader::next(Chunk& chunk) {
     if (file_ == files_.size()) return false;
-    if (source_ == nullptr) source_ = std::make_unique<Source>(files_[file_]);
+    if (source_ == nullptr) source_ = std::make_unique<Source>(files_[file_], ends_ == Ends::LINES_OF_BYTES);
     chunk = Chunk();
     chunk.file = file_;
     chunk.first = first_;

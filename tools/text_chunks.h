@@ -30,6 +30,19 @@ struct TextExtent {
 
 TextExtent extent_of(std::string_view text);
 
+/// Calls `take` with each line without its line end (LF or CR LF). A line feed at the end
+/// begins no other line.
+template <class Take>
+void for_each_line(std::string_view text, Take take) {
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(end == text.npos ? text.size() : end + 1);
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        take(line);
+    }
+}
+
 /// The chunks of several files in their order. Each file has one chunk at least. A file
 /// that can't be read, or holds a NUL near its start and so is no text, ends with a chunk
 /// that tells why, and the next one follows.
@@ -37,9 +50,12 @@ TextExtent extent_of(std::string_view text);
 /// What comes from a pipe or a terminal is given out as it arrives.
 class ChunkReader {
 public:
-    /// `files`: "-" is standard input, and so is an empty list. With `blank` a paragraph
-    /// ends at an empty line, else at each line feed.
-    ChunkReader(std::vector<std::string> files, bool blank, std::size_t size = CHUNK);
+    /// What ends a paragraph: an empty line, each line feed, or each line feed of any bytes,
+    /// where a NUL is no trouble.
+    enum class Ends { BLANK_LINES, LINES, LINES_OF_BYTES };
+
+    /// `files`: "-" is standard input, and so is an empty list.
+    ChunkReader(std::vector<std::string> files, Ends ends, std::size_t size = CHUNK);
     ~ChunkReader();
     ChunkReader(const ChunkReader&) = delete;
     ChunkReader& operator=(const ChunkReader&) = delete;
@@ -52,7 +68,7 @@ private:
     class Source;
 
     std::vector<std::string> files_;
-    bool blank_;
+    Ends ends_;
     std::size_t size_;
     std::size_t file_ = 0;
     bool first_ = true;

@@ -11,8 +11,9 @@ bool is_blank(const std::string& line) {
     return line.find_first_not_of(" \t\r") == line.npos;
 }
 
-/// What is said of a stretch that the engine can't be shown: its start, whole characters.
-std::string told(std::string_view text) {
+}  // namespace
+
+std::string told_lost(std::string_view text) {
     constexpr std::size_t MOST = 40;  // bytes
     std::size_t end = 0;
     while (end < text.size() && end < MOST) end += character_at(text, end).length;
@@ -20,8 +21,6 @@ std::string told(std::string_view text) {
     return '"' + printable(text.substr(0, end)) + rest +
            "\" is beyond what the tables can hold; read as \"*\"";
 }
-
-}  // namespace
 
 std::string encoded(const std::string& latin1, Encoding encoding) {
     return encoding == Encoding::LATIN_1 ? latin1 : utf8_from_latin1(latin1);
@@ -39,7 +38,7 @@ std::optional<std::string> decoded(const std::string& text, Encoding encoding,
     }
     host::EngineText result = host::engine_text(text);
     const auto [begin, end] = result.lost;
-    if (end > 0) complaint = told(std::string_view(text).substr(begin, end - begin));
+    if (end > 0) complaint = told_lost(std::string_view(text).substr(begin, end - begin));
     return std::move(result.latin1);
 }
 

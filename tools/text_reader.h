@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "files.h"
@@ -16,6 +17,9 @@ enum class Encoding { UTF_8, LATIN_1 };
 
 /// Text of the engine's (Latin-1) as it is to be written.
 std::string encoded(const std::string& latin1, Encoding encoding);
+
+/// What is said of a stretch that the engine can't be shown: its start, whole characters.
+std::string told_lost(std::string_view text);
 
 /// A word of the command line or of a line, as the engine reads it; nothing for text that
 /// is not UTF-8, and then, or if a character is lost, `complaint` tells why.

@@ -84,6 +84,7 @@ struct Reading {
     std::string better;   ///< the recommended lemma, or empty
     std::string instead;  ///< the lemma to use instead, or empty
     std::string source;   ///< where the recommendation is from, or empty
+    int case_class = 0;   ///< 1: the word begins with a capital; 2: it has no small letter
 };
 
 /// A generated form and its reading.
@@ -196,8 +197,8 @@ public:
     void check(std::string_view text, const CheckOptions& options,
                const std::function<bool(const Finding&)>& take) const;
 
-    /// All tokens of a text with their readings, in order, none overlapping another but
-    /// those of one character ("..." written as one). `take` answers false to end.
+    /// All tokens of a text with their readings, in order, none overlapping another. `take`
+    /// answers false to end.
     void analyze(std::string_view text, Paragraphs paragraphs,
                  const std::function<bool(const Token&)>& take) const;
     /// The same as a list.
@@ -221,9 +222,11 @@ public:
     std::vector<Form> generate(std::string_view word, std::string_view tag) const;
 
     /// A paragraph in one of the engine's own mark-ups, which escape nothing. Foreign
-    /// words and addresses show as "*". `variants` adds the values of recommendations,
-    /// and to Format::check the proposals.
-    std::string render(std::string_view paragraph, Format format, bool variants) const;
+    /// words show as "*"; lemara/formats.h and lemara/json.h have formats that hold them.
+    /// `variants` adds the values of recommendations, and to Format::check the proposals.
+    /// `number` is that of the paragraph, where the mark-up shows it.
+    std::string render(std::string_view paragraph, Format format, bool variants,
+                       int number = 1) const;
 
     /// Adds a word to the personal dictionary and its file. Without a class the word
     /// becomes a common noun ("ARR"), or, if it begins with a capital, a name ("IZB").

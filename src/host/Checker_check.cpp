@@ -251,7 +251,21 @@ Reading reading_of(const Analisia& analysis) {
             utf8_from_latin1(analysis.analisia),
             utf8_from_latin1(analysis.hobe),
             utf8_from_latin1(analysis.erabili),
-            utf8_from_latin1(analysis.sai)};
+            utf8_from_latin1(analysis.sai),
+            analysis.maiuskula};
+}
+
+/// True if white space stands at byte `at`, maybe behind characters that show nothing.
+bool blank_stands_at(std::string_view text, std::size_t at) {
+    while (at < text.size()) {
+        const host::Character c = host::character_at(text, at);
+        const host::Role role = host::folding_of(c.code).role;
+        if (role != host::Role::nothing) {
+            return role == host::Role::blank || role == host::Role::line_end;
+        }
+        at += c.length;
+    }
+    return false;
 }
 
 Token token_of(std::string_view text, const Judged& judged, Ruler& ruler) {
@@ -260,7 +274,7 @@ Token token_of(std::string_view text, const Judged& judged, Ruler& ruler) {
     token.text = written(text, judged.source);
     token.foreign = is_stand_in(judged.token.testua) && token.text != judged.token.testua;
     if (!token.foreign) token.folded = utf8_from_latin1(judged.token.testua);
-    token.blank_follows = judged.token.hutsunea;
+    token.blank_follows = blank_stands_at(text, judged.source.end);
     token.known =
         !token.foreign && !judged.token.analisiak.empty() && !is_unknown(judged.token);
     if (!token.known) return token;
@@ -345,7 +359,7 @@ void Checker::analyze(std::string_view text, Paragraphs paragraphs,
     const Quiet quiet;
     PieceReader reader(text, paragraphs);
     Ruler ruler(text);
-    std::size_t sentences = 0;
+    std::size_t sentences = 0, told = 0;
     for (Piece piece; reader.next(piece);) {
         std::vector<Judged> tokens;
         {
@@ -353,6 +367,8 @@ void Checker::analyze(std::string_view text, Paragraphs paragraphs,
             tokens = inside_->analyse(piece);
         }
         for (const Judged& judged : tokens) {
+            if (judged.source.begin < told) continue;  // the rest of an ellipsis
+            told = judged.source.end;
             Token token = token_of(text, judged, ruler);
             token.paragraph = piece.paragraph;
             token.sentence = sentences + judged.sentence;
@@ -458,10 +474,10 @@ std::vector<Form> Checker::generate(std::string_view word, std::string_view tag)
     return forms;
 }
 
-std::string Checker::render(std::string_view paragraph, Format format,
-                            bool variants) const {
+std::string Checker::render(std::string_view paragraph, Format format, bool variants,
+                            int number) const {
     const Quiet quiet;
-    std::string folded = host::fold_word(paragraph);
+    const std::string folded = host::engine_text(paragraph).latin1;
     const Reading_ reading(inside_->lock);
     const Lemara& engine = *inside_->engine;
     std::ostringstream out;
@@ -469,7 +485,8 @@ std::string Checker::render(std::string_view paragraph, Format format,
         if (format == Format::check) {
             return utf8_from_latin1(engine.getParagrafoaZuzenlex(folded, variants));
         }
-        const Paragrafoa analysed = engine.analizatu_paragrafoa(1, folded);
+        Paragrafoa analysed = engine.analizatu_paragrafoa(1, folded);
+        analysed.zenbakia = number;
         switch (format) {
             case Format::multext:
                 write_multext(out, analysed, variants);

@@ -44,7 +44,7 @@ class Completions(World):
         ("options", ("lemara", "check", "--no-d"), ["--no-dictionary"]),
         ("options of a command's command", ("lemara", "dict", "add", "--cl"), ["--class"]),
         ("values", ("lemara", "check", "--format", "js"), ["json", "jsonl"]),
-        ("values of a format", ("lemara", "analyze", "--format", "c"), ["cg3"]),
+        ("values of a format", ("lemara", "analyze", "--format", "co"), ["conllu"]),
         ("values of an encoding", ("lemara", "valid", "--encoding", "l"), ["latin-1"]),
         ("files", ("lemara", "check", "letter.t"), ["letter.txt"]),
         ("files behind an option", ("lemara", "fix", "--dictionary", "letter.t"), ["letter.txt"]),

@@ -70,6 +70,22 @@ class Ispell(unittest.TestCase):
             ("a NUL separates", "etxe\0etxxea\n", "*\n& etxxea 1 5: etxea\n\n"),
             ("a byte order mark is a character", "\ufeffetxxea\n", "& etxxea 1 1: etxea\n\n"),
             ("a slash is text", "/etxe\n", "*\n\n"),
+            ("an underscore is text", "_etxxea\n", "& etxxea 1 1: etxea\n\n"),
+            ("a proposal with a blank is one", "baso\n", "& baso 1 0: baso bat\n\n"),
+            ("paths have no line", "/home/zz/etxxea.txt zz/zz.txt etxe\n", "*\n\n"),
+            ("offsets behind other scripts", "日本 etxxea 𝒳 etxxea\n",
+             "& etxxea 1 3: etxea\n& etxxea 1 12: etxea\n\n"),
+            ("a caret counts for all words", "^etxxea zzzzzz\n",
+             "& etxxea 1 1: etxea\n# zzzzzz 8\n\n"),
+            ("what follows a mark is ignored", "!x\n%x\n`x\n+x\n-x\n~x\n#x\n%\netxe\n", "*\n\n"),
+            ("settings of others are never fatal", "$$cr zz\n$$cs\n$$ps\n$$pp\n$$zz\n$$\n", ""),
+            ("blanks alone", "  \t \n", "\n"),
+            ("commands behind a caret are text", "^*zz\n^@zz\n^#zz\n^!zz\n^~zz\n^$$l\n^`zz\n^-zz\n",
+             "# zz 2\n\n\n\n# zz 2\n\n# zz 2\n\n# $$l 1\n\n# zz 2\n\n# zz 2\n\n"),
+            ("the vector", "etxe etxxea zzzzzz\n!\netxe etxxea\n%\netxe\n^*etxxea\n^^etxxea\n"
+             "@zzzzzz\nzzzzzz\n\n",
+             "*\n& etxxea 1 5: etxea\n# zzzzzz 12\n\n& etxxea 1 5: etxea\n\n*\n\n"
+             "& etxxea 1 2: etxea\n\n& etxxea 1 2: etxea\n\n*\n\n\n"),
         ]:
             with self.subTest(label):
                 self.assertEqual(self.talk(lines), answer)
@@ -81,6 +97,10 @@ class Ispell(unittest.TestCase):
     def test_bytes_that_are_not_utf_8(self):
         result = self.run_lemara("-a", text=b"etxe \xff\xfe etxxea\n")
         self.assertEqual(result.stdout.split(b"\n", 1)[1], b"*\n& etxxea 1 8: etxea\n\n")
+        # Each byte is a character that separates, also two that begin like one character.
+        result = self.run_lemara("-a", text=b"etxe\xffetxxea \xe2\x82 etxxea\n")
+        self.assertEqual(result.stdout.split(b"\n", 1)[1],
+                         b"*\n& etxxea 1 5: etxea\n& etxxea 1 15: etxea\n\n")
 
     def test_a_long_line_has_one_block(self):
         answer = self.talk("etxe " * 20000 + "etxxea\n")
@@ -106,6 +126,8 @@ class Ispell(unittest.TestCase):
     def test_options_of_emacs(self):
         self.assertEqual(self.talk("etxe\n", "-m", "-B", "-d", "eu", "-W", "3", "-T", "tex"),
                          "*\n\n")
+        self.assertEqual(self.talk("etxe\n", "-C", "-S", "-t", "-n", "-H", "-w", "ab", "-W3",
+                                   "--encoding=utf-8", "-i", "utf-8", "-p", "other.txt"), "*\n\n")
 
     def test_an_unknown_dictionary(self):
         result = self.run_lemara("-a", "-d", "en_US")

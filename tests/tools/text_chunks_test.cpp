@@ -30,7 +30,8 @@ private:
 
 std::vector<std::string> chunks_of(const std::string& text, bool blank, std::size_t size) {
     const TextFile file(text);
-    ChunkReader reader({file.path()}, blank, size);
+    const auto ends = blank ? ChunkReader::Ends::BLANK_LINES : ChunkReader::Ends::LINES;
+    ChunkReader reader({file.path()}, ends, size);
     std::vector<std::string> texts;
     for (Chunk chunk; reader.next(chunk);) {
         EXPECT_EQ(chunk.first, texts.empty());
@@ -98,7 +99,8 @@ TEST(TextChunks, MakeTheFile) {
 
 TEST(TextChunks, GoOnBehindAFileThatCantBeRead) {
     const TextFile good("a\n"), binary(std::string("ab\0c\n", 5));
-    ChunkReader reader({"/no/such/file", binary.path(), good.path()}, false);
+    ChunkReader reader({"/no/such/file", binary.path(), good.path()},
+                       ChunkReader::Ends::LINES);
     std::vector<std::string> told;
     for (Chunk chunk; reader.next(chunk);) told.push_back(chunk.trouble + '|' + chunk.text);
     EXPECT_EQ(told, (std::vector<std::string>{
