@@ -70,7 +70,7 @@ public:
     static bool CompareLemaLuzera(const Analisia& a, const Analisia& b);
 
 private:
-    void read_tags(std::string_view text);
+    bool read_tags(std::string_view text);
 };
 
 /// True if the first lemma sorts strictly before the second, by unsigned bytes, a prefix

@@ -119,6 +119,7 @@ private:
     const HiztegiPertsonala& dictionary() const;
     void release_all();
     bool is_valid_text(const std::string& text) const;
+    bool is_in_dictionary(const std::string& word) const;
     bool is_in_networks(const std::string& word) const;
     bool begins_entry(const std::string& word) const;
     std::string verdict_of_unknown(const Tokena& token, bool proposatu) const;

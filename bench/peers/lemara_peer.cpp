@@ -7,6 +7,7 @@
 #include "../plain_form.h"
 #include "lemara/compiled_table.h"
 #include "peer.h"
+#include "tables/lazy_transducer.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
 
@@ -127,18 +128,23 @@ int main(int argc, char** argv) {
         return peer::line_of(std::move(found));
     };
 
-    if (task == "strings") {
+    if (task == "strings" || task == "walk_strings") {
+        const bool walk_alone = task == "walk_strings";
         const lemara::PackedView& view = lemara::packed_form(table);
         return measure([&](const std::string& word, std::string* answer) {
             std::size_t sum = 0;
+            lemara::LazyTransducer::Spelt way;
             Strings found;
-            const std::string lowered = tolowercase(word);
-            lemara::PackedAnalysis walk(view, word, lowered);
-            walk.run(0, [&](std::string_view analysis) {
+            const auto take = [&](std::string_view analysis) {
                 sum += analysis.size();
                 if (answer != nullptr) found.emplace_back(analysis);
                 return true;
-            });
+            };
+            if (walk_alone || !lemara::lazy_form(table).spell(word, way, take)) {
+                const std::string lowered = tolowercase(word);
+                lemara::PackedAnalysis walk(view, word, lowered);
+                walk.run(0, take);
+            }
             if (answer != nullptr) *answer = strings_of(std::move(found));
             return sum;
         });

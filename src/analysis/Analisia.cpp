@@ -3,8 +3,10 @@
 #include "Analisia.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "analysis/text_pieces.h"
 #include "karaktereak.h"
@@ -81,25 +83,30 @@ void for_each_tag(std::string_view text, Visit visit) {
     }
 }
 
-bool is_quality(std::string_view name) { return starts_with(name, "0"); }
-bool is_opinion(std::string_view name) { return starts_with(name, "1"); }
-bool is_hp_class(std::string_view name) { return starts_with(name, "hp"); }
+bool is_quality(std::string_view name) { return !name.empty() && name[0] == '0'; }
+bool is_opinion(std::string_view name) { return !name.empty() && name[0] == '1'; }
+bool is_hp_class(std::string_view name) {
+    return name.size() >= 2 && name[0] == 'h' && name[1] == 'p';
+}
 
 void append_name(std::string& list, std::string_view name) {
     list += ' ';
     list += name;
 }
 
-/// Appends an ordinary name behind a plus, recased to one capital.
-void append_twol(std::string& list, std::string_view name) {
+/// Writes an ordinary name behind a plus, recased to one capital. Takes an output iterator, and
+/// answers where it is then.
+template <class Out>
+Out write_twol(Out out, std::string_view name) {
     // Kept on purpose: all names in "h" are left out, and the empty one, where `etiketa`
     // leaves out "hp" alone. A tag <hX> is in `etiketa`, not in `twol`.
-    if (name.empty() || name[0] == 'h') return;
-    list += '+';
-    list += static_cast<char>(orbi_toupper(static_cast<unsigned char>(name[0])));
+    if (name.empty() || name[0] == 'h') return out;
+    *out++ = '+';
+    *out++ = static_cast<char>(lemara::raised(static_cast<std::uint8_t>(name[0])));
     for (const char c : name.substr(1)) {
-        list += static_cast<char>(orbi_tolower(static_cast<unsigned char>(c)));
+        *out++ = static_cast<char>(lemara::lowered(static_cast<std::uint8_t>(c)));
     }
+    return out;
 }
 
 /// The tags of one kind, each behind a blank.
@@ -124,38 +131,92 @@ std::string ateraGoitik(const char* analisia, const char* modua) {
     return "";
 }
 
+namespace {
+
+/// Where the lemma of most texts ends: at the first tag, with nothing in front of it to be
+/// passed over. Npos if the text is none of those.
+std::size_t end_of_plain_lemma(std::string_view text) {
+    std::size_t i = 0;
+    while (i < text.size() && text[i] != '<' && text[i] != '[') ++i;
+    if (i == text.size()) return i;
+    const bool quality = i + 1 < text.size() && text[i + 1] == '0';
+    if (text[i] == '[' || quality) return std::string_view::npos;
+    const std::string_view front = text.substr(0, i);
+    return front == "ba" || front == "bait" ? std::string_view::npos : i;
+}
+
+/// Room for two texts that are no longer than a third. On the stack, if that one is short.
+class TwoTexts {
+public:
+    explicit TwoTexts(std::size_t size) {
+        if (size <= sizeof first_small_) return;
+        large_.resize(2 * size);
+        first = large_.data();
+        second = first + size;
+    }
+    TwoTexts(const TwoTexts&) = delete;
+    TwoTexts& operator=(const TwoTexts&) = delete;
+
+    char* first = first_small_;
+    char* second = second_small_;
+
+private:
+    char first_small_[256], second_small_[256];
+    std::vector<char> large_;
+};
+
+}  // namespace
+
 Analisia::Analisia(std::string analisia_, std::string hiztegia_)
     : analisia(std::move(analisia_)), hiztegia(std::move(hiztegia_)) {
     const std::string_view text = lemara::up_to_nul(analisia);
-    lema = read_lemma(text);
-    const std::size_t tags = text.find('<');
-    if (tags != std::string_view::npos) read_tags(text.substr(tags));
+    const std::size_t plain = end_of_plain_lemma(text);
+    bool groups = false;
+    if (plain != std::string_view::npos) {
+        lema.assign(text.substr(0, plain));
+        groups = read_tags(text.substr(plain));
+    } else {
+        lema = read_lemma(text);
+        read_tags(text.substr(std::min(text.find('<'), text.size())));
+        groups = contains(text, "[");
+    }
     // A plus marks a boundary inside a word. A lemma that is just "+" is that sign, and a web
     // address keeps its own.
     if (lema.size() >= 2 && contains(lema, "+") && !contains(etiketa, "WEB")) {
         lema.erase(std::remove(lema.begin(), lema.end(), '+'), lema.end());
     }
-    if (!contains(text, "[")) return;
+    if (!groups) return;
     sai = read_group(text, "[s=");
     hobe = read_group(text, "[h=");
     erabili = read_group(text, "[e=");
 }
 
-/// The four lists of tags in one pass; what each takes is told at its extractor.
-void Analisia::read_tags(std::string_view text) {
-    etiketa.reserve(text.size());
-    twol.reserve(text.size());
-    for_each_tag(text, [&](std::string_view name) {
-        if (is_hp_class(name)) return;
+/// The four lists of tags in one pass; what each takes is told at its extractor, which is its
+/// twin. The text begins with a tag, or is empty. True if it holds a "[".
+bool Analisia::read_tags(std::string_view text) {
+    const TwoTexts lists(text.size());
+    char* tag_end = lists.first;
+    char* twol_end = lists.second;
+    bool groups = false;
+    std::size_t i = 0;
+    while (i < text.size()) {
+        const std::size_t begin = ++i;  // behind the "<"
+        for (; i < text.size() && text[i] != '>'; ++i) groups = groups || text[i] == '[';
+        const std::string_view name = text.substr(begin, i - begin);
         if (is_quality(name)) {
             append_name(tasuna, name);
         } else if (is_opinion(name)) {
             append_name(iritzia, name);
-        } else {
-            append_name(etiketa, name);
-            append_twol(twol, name);
+        } else if (!is_hp_class(name)) {
+            *tag_end++ = ' ';
+            for (const char c : name) *tag_end++ = c;
+            twol_end = write_twol(twol_end, name);
         }
-    });
+        for (; i < text.size() && text[i] != '<'; ++i) groups = groups || text[i] == '[';
+    }
+    etiketa.assign(lists.first, tag_end);
+    twol.assign(lists.second, twol_end);
+    return groups;
 }
 
 std::string Analisia::ateraEtiketa(const char* text) const {
@@ -167,7 +228,7 @@ std::string Analisia::ateraEtiketa(const char* text) const {
 std::string Analisia::ateraTWOL(const char* text) const {
     std::string result;
     for_each_tag(text_of(text), [&](std::string_view name) {
-        if (!is_quality(name) && !is_opinion(name)) append_twol(result, name);
+        if (!is_quality(name) && !is_opinion(name)) write_twol(std::back_inserter(result), name);
     });
     return result;
 }

@@ -1,6 +1,8 @@
 // Filters on analysis strings as text. Tests: tests/analysis/iragazkiak_test.cpp.
 #include "iragazkiak.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <string_view>
 
 #include "Analisia.h"
@@ -94,8 +96,12 @@ bool lemara::is_kept_by_filters(std::string_view token, std::string_view analysi
 }
 
 bool kalkulatuMaiuskulak(const char* hitza) {
-    const std::string word(text_of(hitza));
-    if (touppercase(word) == word) return true;
+    const std::string_view word = text_of(hitza);
+    const bool all_raised = std::all_of(word.begin(), word.end(), [](char c) {
+        const auto byte = static_cast<std::uint8_t>(c);
+        return lemara::raised(byte) == byte;
+    });
+    if (all_raised) return true;
     // Kept on purpose: an accented capital in front of small letters is no capital here,
     // though the test above knows accented letters.
     return orbi_isupper(word[0]);

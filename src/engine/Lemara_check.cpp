@@ -8,6 +8,7 @@
 
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
+#include "engine/entries.h"
 #include "engine/verdicts.h"
 
 using lemara::contains;
@@ -26,10 +27,19 @@ void restore_case(std::string& form, int case_class) {
     if (case_class == 1 && !form.empty()) form[0] = lemara::standard_toupper(form[0]);
 }
 
-/// Equal lengths may come in any order; they keep theirs, on every standard library.
+/// Equal lengths may come in any order; they keep theirs, on every standard library. Records
+/// are large, so their places are sorted and each is moved once.
 std::vector<Analisia> shortest_first(std::vector<Analisia> entries) {
-    std::stable_sort(entries.begin(), entries.end(), Analisia::CompareLemaLuzera);
-    return entries;
+    std::vector<Analisia*> order;
+    order.reserve(entries.size());
+    for (Analisia& entry : entries) order.push_back(&entry);
+    std::stable_sort(order.begin(), order.end(), [](const Analisia* a, const Analisia* b) {
+        return Analisia::CompareLemaLuzera(*a, *b);
+    });
+    std::vector<Analisia> sorted;
+    sorted.reserve(entries.size());
+    for (Analisia* entry : order) sorted.push_back(std::move(*entry));
+    return sorted;
 }
 
 }  // namespace
@@ -50,6 +60,20 @@ std::vector<Analisia> lemara::entries_behind(const Lemara& engine, const Tokena&
         if (!known) entries.push_back(std::move(entry));
     }
     return shortest_first(std::move(entries));
+}
+
+bool lemara::has_entry_behind(const Lemara& engine, const Tokena& token) {
+    const Sarea* network = find_network(engine.sareak, "eumorfo");
+    const auto has_entry = [&](const std::string& start) {
+        bool found = false;
+        for_each_entry(network, start, true, [&](Analisia&&) {
+            found = true;
+            return false;
+        });
+        return found;
+    };
+    const std::string start = token.testua + ' ';
+    return has_entry(start) || (token.maiuskula > 0 && has_entry(tolowercase(start)));
 }
 
 std::string Lemara::verdict_of_unknown(const Tokena& token, bool proposatu) const {

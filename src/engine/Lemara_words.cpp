@@ -1,11 +1,13 @@
 // What a host asks about one word. Tests: tests/engine/Lemara_words_test.cpp.
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
+#include "engine/entries.h"
 #include "engine/unknown_forms.h"
 #include "tables/token_walk.h"
 #include "text/sentence_analysis.h"
@@ -15,7 +17,7 @@ using lemara::contains;
 namespace {
 
 constexpr char MAIN_NETWORK[] = "eumorfo";
-constexpr char PARADIGM_NETWORK[] = "hp";
+constexpr std::string_view PARADIGM_NETWORK = "hp";
 
 void append(std::vector<Analisia>& list, std::vector<Analisia>&& more) {
     for (Analisia& record : more) list.push_back(std::move(record));
@@ -27,6 +29,14 @@ constexpr const char* WORD_CLASSES[][2] = {
     {"ARR", "<ARR>"}, {"IZO", "<IZO>"}, {"ADI", "<ADI>"},
     {"PIB", "<PIB>"}, {"LIB", "<LIB>"}, {"IZB", "<IZB>"},
 };
+
+/// True if the word is judged as text. Tested at every call, so letter by letter.
+bool has_gap(const std::string& word) {
+    for (const char c : word) {
+        if (c == ' ' || c == '-') return true;
+    }
+    return false;
+}
 
 bool is_entry_start(const Analisia& entry) {
     return entry.erabili.empty() && !contains(entry.etiketa, "EZZG");
@@ -55,9 +65,8 @@ std::vector<Analisia> Lemara::analizatuTokena(const std::string& tokena) const {
 }
 
 bool Lemara::isValid(const std::string& hitza, bool sakon) const {
-    if (hitza.find_first_of(" -") != std::string::npos) return is_valid_text(hitza);
-    if (!dictionary().analizatu(hitza, find_network(PARADIGM_NETWORK)).empty()) return true;
-    if (is_in_networks(hitza)) return true;
+    if (has_gap(hitza)) return is_valid_text(hitza);
+    if (is_in_dictionary(hitza) || is_in_networks(hitza)) return true;
     return sakon && begins_entry(hitza);
 }
 
@@ -71,11 +80,16 @@ bool Lemara::is_valid_text(const std::string& text) const {
     });
 }
 
+bool Lemara::is_in_dictionary(const std::string& word) const {
+    if (hiztegiPertsonala == nullptr || hiztegiPertsonala->erroak.empty()) return false;
+    return !hiztegiPertsonala->analizatu(word, find_network(std::string(PARADIGM_NETWORK))).empty();
+}
+
 bool Lemara::is_in_networks(const std::string& word) const {
     for (const auto& entry : sareak) {
         const Sarea* network = entry.second;
         if (network == nullptr || network->taula == nullptr) continue;
-        if (network->taula->hiztegia == PARADIGM_NETWORK) continue;
+        if (std::string_view(network->taula->hiztegia) == PARADIGM_NETWORK) continue;
         // A good analysis with "MAT" in its tags makes no word valid for the speller.
         if (lemara::has_word(*network->taula, word)) return true;
     }
@@ -85,8 +99,12 @@ bool Lemara::is_in_networks(const std::string& word) const {
 bool Lemara::begins_entry(const std::string& word) const {
     std::string start = tolowercase(word) + ' ';
     const auto has_entry = [&] {
-        const std::vector<Analisia> entries = bilatuHasiera(start, true);
-        return std::any_of(entries.begin(), entries.end(), is_entry_start);
+        bool found = false;
+        lemara::for_each_entry(find_network(MAIN_NETWORK), start, true, [&](Analisia&& entry) {
+            found = is_entry_start(entry);
+            return !found;
+        });
+        return found;
     };
     if (has_entry()) return true;
     const char first = word.empty() ? '\0' : word[0];
@@ -96,19 +114,12 @@ bool Lemara::begins_entry(const std::string& word) const {
 }
 
 std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera, bool iragazi) const {
-    const Sarea* network = find_network(MAIN_NETWORK);
-    if (network == nullptr) return {};
-    std::vector<Analisia> entries = network->taula->sortuFormak(hasiera, "", true, false);
-    if (!iragazi) return entries;
-    std::vector<Analisia> kept;
-    for (Analisia& entry : entries) {
-        if (contains(entry.etiketa, "EZZG")) continue;
-        const std::vector<Analisia> analyses = network->taula->analizatuTokena(entry.forma);
-        // The first analysis alone decides whether the form is one to be replaced.
-        if (analyses.empty() || !analyses.front().erabili.empty()) continue;
-        kept.push_back(std::move(entry));
-    }
-    return kept;
+    std::vector<Analisia> entries;
+    lemara::for_each_entry(find_network(MAIN_NETWORK), hasiera, iragazi, [&](Analisia&& entry) {
+        entries.push_back(std::move(entry));
+        return true;
+    });
+    return entries;
 }
 
 std::vector<Analisia> Lemara::sortuFormak(const std::string& hitza,
@@ -123,7 +134,7 @@ std::vector<Analisia> Lemara::sortuFormak(const std::string& hitza,
     }
     std::vector<Analisia> forms;
     if (!analyses.empty()) return forms;
-    lemara::for_each_unknown_form(hitza, etiketa, find_network(PARADIGM_NETWORK),
+    lemara::for_each_unknown_form(hitza, etiketa, find_network(std::string(PARADIGM_NETWORK)),
                                   [&](Analisia& form) {
                                       forms.push_back(std::move(form));
                                       return true;
@@ -138,7 +149,7 @@ std::string Lemara::sortu_forma_ezezaguna(const std::string& hitza,
                      [&](const auto& row) { return contains(etiketa, row[0]); });
     std::string form = hitza;
     if (word_class == std::end(WORD_CLASSES)) return form;
-    lemara::for_each_unknown_form(hitza, (*word_class)[1], find_network(PARADIGM_NETWORK),
+    lemara::for_each_unknown_form(hitza, (*word_class)[1], find_network(std::string(PARADIGM_NETWORK)),
                                   [&](Analisia& candidate) {
                                       if (candidate.etiketa != etiketa) return true;
                                       form = std::move(candidate.forma);

@@ -17,6 +17,9 @@ bool is_unknown(const Tokena& token);
 /// The multi-word entries that begin with an unknown token, shortest lemma first.
 std::vector<Analisia> entries_behind(const Lemara& engine, const Tokena& token);
 
+/// True if entries_behind gives any. Stops at the first.
+bool has_entry_behind(const Lemara& engine, const Tokena& token);
+
 /// What one analysis of a known token recommends.
 struct Recommendation {
     const Analisia& analysis;

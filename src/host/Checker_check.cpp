@@ -192,13 +192,16 @@ std::vector<std::string> Adviser::candidates(const Tokena& token, Advice& advice
     Tokena alone(token.testua, token.hutsunea, 0);
     // The flag of its place may be that of another token.
     alone.maiuskula = kalkulatuMaiuskulak(alone.testua.c_str());
+    if (options_.most_forms == 0) {
+        if (has_entry_behind(engine, alone)) advice.kind = Kind::unit_start;
+        return forms;
+    }
     for (const Analisia& entry : entries_behind(engine, alone))
         forms.push_back(entry.forma);
     if (!forms.empty()) {
         advice.kind = Kind::unit_start;
         return forms;
     }
-    if (options_.most_forms == 0) return forms;
     if (token.testua.size() > LONGEST_TO_PROPOSE_FOR) return forms;
     const auto go_on = [&] {
         if (!deadline.is_over() && !deadline_.is_over()) return true;

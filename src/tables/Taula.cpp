@@ -24,8 +24,8 @@ const lemara::PackedView& lemara::packed_form(const Taula& table) {
     return TableInside::forms(table).packed(table.egoerak);
 }
 
-lemara::Acceptor& lemara::acceptor_of(const Taula& table) {
-    return TableInside::forms(table).acceptor(table.egoerak);
+lemara::LazyTransducer& lemara::lazy_form(const Taula& table) {
+    return TableInside::forms(table).lazy(table.egoerak);
 }
 
 namespace {

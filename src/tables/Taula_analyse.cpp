@@ -1,6 +1,8 @@
 // Analysis: a token against the lower side of the table. The walk itself is in packed_walk.h.
 // Tests: tests/tables/Taula_analyse_test.cpp.
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -8,8 +10,8 @@
 
 #include "Taula.h"
 #include "karaktereak.h"
-#include "tables/acceptor.h"
 #include "tables/forms.h"
+#include "tables/lazy_transducer.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
 
@@ -58,53 +60,93 @@ bool replaces_itself(const Analisia& record, const std::string& token) {
     return !start.empty() && (start == record.erabili || start == record.hobe);
 }
 
-}  // namespace
-
-TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
+/// Walks a token as typed from the first state on. Answers how far the walk came.
+template <class Visit>
+std::size_t walk_token(const Taula& table, const std::string& token, Visit visit) {
     const std::string lowered = tolowercase(std::string(up_to_nul(token).substr(0, WALK_LIMIT)));
-    const int maiuskula = case_class(token);
-    TokenAnalyses result;
     PackedAnalysis walk(packed_form(table), token.c_str(), lowered);
-    walk.run(0, [&](std::string_view text) {
-        Analisia record(std::string(text), table.hiztegia);
-        record.maiuskula = maiuskula;
-        if (!replaces_itself(record, token)) result.records.push_back(std::move(record));
-        return true;
-    });
-    result.reach = walk.reach();
-    return result;
+    walk.run(0, visit);
+    return walk.reach();
 }
 
-bool has_word(const Taula& table, const std::string& token) {
-    const std::string_view text = up_to_nul(token).substr(0, WALK_LIMIT);
-    Acceptor& acceptor = acceptor_of(table);
-    Acceptor::Node node = acceptor.start();
-    for (const char c : text) {
-        node = acceptor.next(node, orbi_tolower(static_cast<unsigned char>(c)));
-        if (node <= Acceptor::DEAD) break;
-    }
-    switch (acceptor.answer(node, !text.empty() && orbi_islower(text[0]))) {
-        case Answer::no: return false;
-        case Answer::yes: return true;
-        default: return walk_finds_word(table, token);
-    }
+/// The same, by the steps that were made before if there are any. `spelt` is filled in at the
+/// first visit then.
+template <class Visit>
+std::size_t analyse(const Taula& table, const std::string& token, LazyTransducer::Spelt& spelt,
+                    Visit visit) {
+    if (lazy_form(table).spell(token.c_str(), spelt, visit)) return spelt.reach;
+    return walk_token(table, token, visit);
 }
 
-bool walk_finds_word(const Taula& table, const std::string& token) {
-    const std::string lowered = tolowercase(std::string(up_to_nul(token).substr(0, WALK_LIMIT)));
-    bool found = false;
-    PackedAnalysis walk(packed_form(table), token.c_str(), lowered);
-    walk.run(0, [&](std::string_view text) {
+/// Looks among the analyses of a token for one that makes it a word. A visitor.
+class WordFinder {
+public:
+    explicit WordFinder(const std::string& token) : token_(token) {}
+
+    bool operator()(std::string_view text) {
         // Bracket groups and "MAT" are rare; only then the record is looked at as a whole.
         if (contains(text, "[") || contains(text, "MAT")) {
             const Analisia record(std::string(text), "");
-            found = !replaces_itself(record, token) && !contains(record.etiketa, "MAT");
+            found = !replaces_itself(record, token_) && !contains(record.etiketa, "MAT");
         } else {
             found = true;
         }
         return !found;
+    }
+
+    bool found = false;
+
+private:
+    const std::string& token_;
+};
+
+}  // namespace
+
+TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
+    const int maiuskula = case_class(token);
+    TokenAnalyses result;
+    std::vector<Analisia>& records = result.records;
+    LazyTransducer::Spelt spelt;
+    result.reach = analyse(table, token, spelt, [&](std::string_view text) {
+        if (records.empty()) records.reserve(spelt.most);
+        Analisia& record = records.emplace_back(std::string(text), table.hiztegia);
+        record.maiuskula = maiuskula;
+        if (replaces_itself(record, token)) records.pop_back();
+        return true;
     });
-    return found;
+    return result;
+}
+
+std::optional<Analisia> first_analysis(const Taula& table, const std::string& token) {
+    const int maiuskula = case_class(token);
+    std::optional<Analisia> first;
+    LazyTransducer::Spelt spelt;
+    analyse(table, token, spelt, [&](std::string_view text) {
+        first.emplace(std::string(text), table.hiztegia);
+        first->maiuskula = maiuskula;
+        if (replaces_itself(*first, token)) first.reset();
+        return !first;
+    });
+    return first;
+}
+
+bool has_word(const Taula& table, const std::string& token) {
+    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT))) {
+        case Answer::no: return false;
+        case Answer::yes: return true;
+        case Answer::ask_the_walk: return walk_finds_word(table, token);
+        case Answer::ask_the_texts: break;
+    }
+    WordFinder finder(token);
+    LazyTransducer::Spelt spelt;
+    analyse(table, token, spelt, std::ref(finder));
+    return finder.found;
+}
+
+bool walk_finds_word(const Taula& table, const std::string& token) {
+    WordFinder finder(token);
+    walk_token(table, token, std::ref(finder));
+    return finder.found;
 }
 
 }  // namespace lemara

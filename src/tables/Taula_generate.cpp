@@ -1,7 +1,9 @@
 // Form generation: a lemma and its tags against the upper side of the table. The search
 // itself is in packed_walk.h. Tests: tests/tables/Taula_generate_test.cpp.
 #include <cstring>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Taula.h"
@@ -11,16 +13,32 @@
 
 namespace {
 
-/// Turns the results of a search into records behind `records`.
-auto collector(std::vector<Analisia>& records, const std::string& network) {
-    return [&](const char* upper, std::size_t size, lemara::PathText& lower) {
+/// Turns the results of a search into records, and gives them to `take` until it answers false.
+template <class Take>
+auto recorder(const std::string& network, Take take) {
+    return [&network, take](const char* upper, std::size_t size, lemara::PathText& lower) {
         aldatuMaiuskulakLow(upper, const_cast<char*>(lower.c_str()));
-        records.emplace_back(std::string(upper, size), network);
-        records.back().forma = std::string(lower.view());
+        Analisia record(std::string(upper, size), network);
+        record.forma = std::string(lower.view());
+        return take(std::move(record));
     };
 }
 
+auto collector(std::vector<Analisia>& records, const std::string& network) {
+    return recorder(network, [&records](Analisia&& record) {
+        records.push_back(std::move(record));
+        return true;
+    });
+}
+
 }  // namespace
+
+void lemara::for_each_form(const Taula& table, const std::string& target, bool stop_at_tag,
+                           const std::function<bool(Analisia&&)>& take) {
+    PackedGeneration search(packed_form(table), up_to_nul(target).substr(0, TARGET_LIMIT),
+                            stop_at_tag);
+    search.run(0, recorder(table.hiztegia, take));
+}
 
 std::vector<Analisia> Taula::sortuFormak(std::string lema, std::string etiketak,
                                          bool etiketanGelditu, bool) const {

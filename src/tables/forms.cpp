@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "Egoera.h"
-#include "tables/acceptor.h"
 #include "tables/image.h"
+#include "tables/lazy_transducer.h"
 
 namespace lemara {
 namespace {
@@ -35,21 +35,21 @@ struct TableForms::Current {
           mark(fingerprint(graph)),
           table(std::make_unique<PackedTable>(graph)),
           view(table->view()),
-          acceptor(view) {}
+          lazy(view) {}
 
     explicit Current(std::unique_ptr<Image> mapped)
         : state_count(0),
           mark(fingerprint({})),
           image(std::move(mapped)),
           view(image->view()),
-          acceptor(view) {}
+          lazy(view) {}
 
     std::size_t state_count;
     std::uint64_t mark;
     std::unique_ptr<PackedTable> table;  // one of the two
     std::unique_ptr<Image> image;
     PackedView view;
-    Acceptor acceptor;
+    LazyTransducer lazy;
 };
 
 TableForms::TableForms() = default;
@@ -93,8 +93,8 @@ const PackedView* TableForms::image_view(const std::vector<Egoera*>& graph) {
     return now.image == nullptr ? nullptr : &now.view;
 }
 
-Acceptor& TableForms::acceptor(const std::vector<Egoera*>& graph) {
-    return current(graph).acceptor;
+LazyTransducer& TableForms::lazy(const std::vector<Egoera*>& graph) {
+    return current(graph).lazy;
 }
 
 }  // namespace lemara

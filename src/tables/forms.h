@@ -19,7 +19,7 @@
 
 namespace lemara {
 
-class Acceptor;
+class LazyTransducer;
 class Image;
 
 /// To be called behind every change of a graph.
@@ -34,8 +34,8 @@ public:
     /// graph is for one thread alone.
     const PackedView& packed(const std::vector<Egoera*>& graph);
 
-    /// The acceptor over that form.
-    Acceptor& acceptor(const std::vector<Egoera*>& graph);
+    /// Its lower side, made deterministic on demand.
+    LazyTransducer& lazy(const std::vector<Egoera*>& graph);
 
     /// Makes a compiled table the form of a graph that has no states.
     void use(std::unique_ptr<Image> image);

@@ -25,6 +25,7 @@ namespace lemara {
 class Budget {
 public:
     void spend(std::size_t units) { left_ -= static_cast<std::int64_t>(units); }
+    void use_up() { left_ = -1; }
     bool spent() const { return left_ < 0; }
 
 private:
@@ -311,8 +312,8 @@ public:
         lower_.append(lower);
     }
 
-    /// Calls `emit` with the upper string and the form of each result, in order. `emit` gets
-    /// them NUL-terminated, and may write capitals into the form: they stay there as long as
+    /// Calls `emit` with the upper string and the form of each result, in order, until it
+    /// answers false. `emit` gets them NUL-terminated, and may write capitals into the form: they stay there as long as
     /// the bytes they are written to.
     template <class Emit>
     void run(std::int32_t start, Emit emit) {
@@ -397,7 +398,7 @@ private:
     template <class Emit>
     void result(Emit& emit) {
         budget_.spend(RESULT_COST + upper_.size() + lower_.size());
-        emit(upper_.c_str(), upper_.size(), lower_);
+        if (!emit(upper_.c_str(), upper_.size(), lower_)) budget_.use_up();
     }
 
     /// True if the target goes on as the symbol says, as far as both reach.

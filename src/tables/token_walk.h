@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,11 +13,11 @@
 namespace lemara {
 
 struct PackedView;
-class Acceptor;
+class LazyTransducer;
 
-/// The packed form of a table, and the acceptor over it.
+/// The packed form of a table, and its lower side made deterministic.
 const PackedView& packed_form(const Taula& table);
-Acceptor& acceptor_of(const Taula& table);
+LazyTransducer& lazy_form(const Taula& table);
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then owns.
 struct Graph {
@@ -32,7 +34,7 @@ Graph graph_of(const Taula& table);
 struct TokenAnalyses {
     std::vector<Analisia> records;
 
-    /// Bytes of the token that some path has read. A text that the token begins with, and
+    /// Bytes of the token that some path has read, or more. A text that the token begins with, and
     /// that is longer than this, has no analysis in the table.
     std::size_t reach = 0;
 };
@@ -40,8 +42,15 @@ struct TokenAnalyses {
 /// Taula::analizatuTokena, with how far the walk came.
 TokenAnalyses analyse_token(const Taula& table, const std::string& token);
 
+/// The first record of Taula::analizatuTokena; none if there is no record.
+std::optional<Analisia> first_analysis(const Taula& table, const std::string& token);
+
+/// Taula::sortuFormak for a target as a whole, record by record, until `take` answers false.
+void for_each_form(const Taula& table, const std::string& target, bool stop_at_tag,
+                   const std::function<bool(Analisia&&)>& take);
+
 /// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records, and
-/// asks the acceptor before it walks.
+/// walks only if the lazy form can't tell.
 bool has_word(const Taula& table, const std::string& token);
 
 /// The same by a walk alone.

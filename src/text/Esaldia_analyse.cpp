@@ -35,6 +35,44 @@ std::string run_text(const std::vector<Tokena>& tokens, std::size_t first,
     return text;
 }
 
+/// The runs from one token on, from the longest to the shortest.
+class Runs {
+public:
+    Runs(const std::vector<Tokena>& tokens, std::size_t first, std::size_t last)
+        : tokens_(tokens), first_(first), longest_(last), text_(run_text(tokens, first, last)) {
+        // Where no token is cut or left out, every run is the beginning of the longest.
+        nested_ = text_.size() <= ADMISSION_LIMIT;
+        std::size_t size = 0;
+        for (std::size_t i = first; i < last; ++i) {
+            const std::string& word = tokens[i].testua;
+            nested_ = nested_ && !word.empty() && word.back() != ' ';
+            ends_[i - first] = size += word.size();
+            if (tokens[i].hutsunea) ++size;
+        }
+    }
+
+    /// Changes to the run that ends before `last`. True if it begins all longer ones.
+    bool shorten(std::size_t last) {
+        if (last == longest_) return false;
+        if (nested_) {
+            text_.resize(ends_[last - first_ - 1]);
+            return true;
+        }
+        const std::string longer = std::move(text_);
+        text_ = run_text(tokens_, first_, last);
+        return lemara::starts_with(longer, text_);
+    }
+
+    std::string& text() { return text_; }
+
+private:
+    const std::vector<Tokena>& tokens_;
+    const std::size_t first_, longest_;
+    std::string text_;
+    std::size_t ends_[LONGEST_RUN] = {};  // of the runs, as bytes of the text
+    bool nested_;
+};
+
 void mark_unknown(Tokena& token, const std::string& text) {
     if (text == ":" || text == "[") return;
     if (text == "]") {
@@ -69,17 +107,32 @@ const Sarea* lemara::find_network(const Networks& networks, const std::string& k
     return found->second->taula == nullptr ? nullptr : found->second;
 }
 
-void lemara::RunAnalyser::append_networks(const std::string& text, int token_count,
-                                          bool is_prefix, std::vector<Analisia>& analyses) {
-    std::size_t number = 0;
-    for (const auto& entry : networks_) {
-        std::size_t& reach = reach_[number++];
+lemara::RunAnalyser::RunAnalyser(const Networks& networks, const HiztegiPertsonala& dictionary,
+                                 bool dictionary_first)
+    : networks_(networks), dictionary_(dictionary), dictionary_first_(dictionary_first) {
+    asked_.reserve(networks.size());
+    for (const auto& entry : networks) {
         const Sarea* network = entry.second;
         if (network == nullptr || network->taula == nullptr) continue;
-        if (network->taula->hiztegia == "hp" || network->maila < token_count) continue;
-        if (is_prefix && std::min(text.size(), WALK_LIMIT) > reach) continue;
-        TokenAnalyses found = analyse_token(*network->taula, text);
-        reach = found.reach;
+        if (network->taula->hiztegia == "hp") continue;
+        asked_.push_back({network->taula, network->maila, WHOLE});
+    }
+}
+
+bool lemara::RunAnalyser::is_beyond_reach(std::size_t size, int token_count) const {
+    if (is_admissible(dictionary_, token_count)) return false;
+    return std::all_of(asked_.begin(), asked_.end(), [&](const Asked& network) {
+        return network.longest_run < token_count || std::min(size, WALK_LIMIT) > network.reach;
+    });
+}
+
+void lemara::RunAnalyser::append_networks(const std::string& text, int token_count,
+                                          bool is_prefix, std::vector<Analisia>& analyses) {
+    for (Asked& network : asked_) {
+        if (network.longest_run < token_count) continue;
+        if (is_prefix && std::min(text.size(), WALK_LIMIT) > network.reach) continue;
+        TokenAnalyses found = analyse_token(*network.table, text);
+        network.reach = found.reach;
         if (analyses.empty()) {
             analyses = std::move(found.records);
         } else {
@@ -122,17 +175,18 @@ void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
     std::size_t merged = 0;
     for (std::size_t first = 0; first < tokens.size(); ++merged) {
         std::size_t last = std::min(first + LONGEST_RUN, tokens.size());
-        std::string text, longer;
+        Runs runs(tokens, first, last);
+        std::string& text = runs.text();
         std::vector<Analisia> analyses;
-        analyser.start();
         for (;; --last) {
-            text = run_text(tokens, first, last);
             // A run that passes a limit is not the beginning of a longer one.
-            const bool is_prefix = starts_with(longer, text);
+            const bool is_prefix = runs.shorten(last);
+            const int count = static_cast<int>(last - first);
             if (!is_prefix) analyser.start();
-            analyses = analyser.analyse(text, static_cast<int>(last - first), is_prefix);
+            if (!is_prefix || !analyser.is_beyond_reach(text.size(), count)) {
+                analyses = analyser.analyse(text, count, is_prefix);
+            }
             if (!analyses.empty() || last == first + 1) break;
-            longer = std::move(text);
         }
         Tokena& token = tokens[merged];
         token.hutsunea = tokens[last - 1].hutsunea;

@@ -41,18 +41,29 @@ std::vector<Analisia> analyse_run(const Networks& networks,
 class RunAnalyser {
 public:
     RunAnalyser(const Networks& networks, const HiztegiPertsonala& dictionary,
-                bool dictionary_first)
-        : networks_(networks), dictionary_(dictionary), dictionary_first_(dictionary_first) {}
+                bool dictionary_first);
 
     /// To be called before the longest run from a token.
-    void start() { reach_.assign(networks_.size(), WHOLE); }
+    void start() {
+        for (Asked& network : asked_) network.reach = WHOLE;
+    }
 
     /// `text` begins every longer run that was asked about since start, unless `is_prefix`
     /// is false; then nothing is known of it.
     std::vector<Analisia> analyse(const std::string& text, int token_count, bool is_prefix);
 
+    /// True if it's known that a text of that size, which begins every longer run, has no
+    /// analysis.
+    bool is_beyond_reach(std::size_t size, int token_count) const;
+
 private:
     static constexpr std::size_t WHOLE = static_cast<std::size_t>(-1);
+
+    struct Asked {
+        const Taula* table;
+        int longest_run;
+        std::size_t reach;  // bytes that it can read of a run
+    };
 
     void append_networks(const std::string& text, int token_count, bool is_prefix,
                          std::vector<Analisia>& analyses);
@@ -60,7 +71,7 @@ private:
     const Networks& networks_;
     const HiztegiPertsonala& dictionary_;
     const bool dictionary_first_;
-    std::vector<std::size_t> reach_;  // by network: bytes that it can read of a run
+    std::vector<Asked> asked_;  // without "hp", in the order of the networks
 };
 
 /// Analyses the tokens of a sentence by longest match. See Esaldia::analizatu. `places`, unless

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -269,4 +270,50 @@ TEST(Analisia, SortsByLength) {
     EXPECT_EQ(list[0].lema, "a");
     EXPECT_EQ(list[1].lema, "bb");
     EXPECT_EQ(list[2].lema, "ccc");
+}
+
+// The record is filled in one pass; the extractors read the text once each.
+TEST(Analisia, AgreesWithItsExtractorsOnRandomTexts) {
+    const char* const pieces[] = {"<", ">", "[", "]", "0", "1", "h", "hp", "ba", "bait", "+", "a",
+                                  "X", "WEB", "<0Q>", "<1O>", "<hp1>", "<>", "<IZE>", "[h=x]",
+                                  "[e=", "ba<AUR><PRT>", "\361", "\327", " ", "<\350a>"};
+    std::mt19937 random(20261121);
+    long with_lemma = 0, with_group = 0;
+    for (int round = 0; round < 200000; ++round) {
+        std::string text;
+        for (std::size_t i = random() % 9; i > 0; --i) {
+            text += pieces[random() % (sizeof pieces / sizeof *pieces)];
+        }
+        const Analisia record(text, "t");
+        const char* const c = text.c_str();
+        ASSERT_EQ(record.etiketa, record.ateraEtiketa(c)) << text;
+        ASSERT_EQ(record.twol, record.ateraTWOL(c)) << text;
+        ASSERT_EQ(record.tasuna, record.ateraTasuna(c)) << text;
+        ASSERT_EQ(record.iritzia, record.ateraIritzia(c)) << text;
+        ASSERT_EQ(record.sai, ateraGoitik(c, "[s=")) << text;
+        ASSERT_EQ(record.hobe, ateraGoitik(c, "[h=")) << text;
+        ASSERT_EQ(record.erabili, ateraGoitik(c, "[e=")) << text;
+        std::string lemma = ateraGoitik(c, "L");
+        if (lemma.size() >= 2 && record.etiketa.find("WEB") == std::string::npos) {
+            lemma.erase(std::remove(lemma.begin(), lemma.end(), '+'), lemma.end());
+        }
+        ASSERT_EQ(record.lema, lemma) << text;
+        with_lemma += !lemma.empty();
+        with_group += !record.hobe.empty();
+    }
+    EXPECT_GT(with_lemma, 50000);
+    EXPECT_GT(with_group, 5000);
+}
+
+TEST(Analisia, TakesLongTextsApart) {
+    std::string text = "etxe", names, twol;
+    for (int i = 0; i < 100; ++i) {
+        text += "<IZE" + std::to_string(i) + '>';
+        names += " IZE" + std::to_string(i);
+        twol += "+Ize" + std::to_string(i);
+    }
+    const Analisia record(text, "t");
+    EXPECT_EQ(record.lema, "etxe");
+    EXPECT_EQ(record.etiketa, names);
+    EXPECT_EQ(record.twol, twol);
 }

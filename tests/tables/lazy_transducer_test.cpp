@@ -1,5 +1,6 @@
-// The acceptor says yes and no as the walk does, cold and warm, up to its bounds and beyond.
-#include "tables/acceptor.h"
+// The lazy form says yes and no as the walk does, and spells what the walk spells, cold and warm,
+// up to its bounds and beyond.
+#include "tables/lazy_transducer.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +15,7 @@
 #include "lemara/compiled_table.h"
 #include "random_tables.h"
 #include "support.h"
+#include "tables/packed_walk.h"
 #include "tables/token_walk.h"
 
 namespace {
@@ -64,7 +66,7 @@ std::vector<std::string> words_for(const Taula& table, RandomTables& random, int
 
 }  // namespace
 
-TEST(Acceptor, AnswersRowByRow) {
+TEST(LazyTransducer, AnswersRowByRow) {
     for (const Row& row : ROWS) {
         SCOPED_TRACE(row.label);
         const auto table = table_from(row.records);
@@ -74,35 +76,93 @@ TEST(Acceptor, AnswersRowByRow) {
     }
 }
 
-TEST(Acceptor, IsAskedByPrefixesToo) {
+TEST(LazyTransducer, IsAskedByPrefixesToo) {
     // Node by node, as the judge of candidates goes, and the whole word at once.
-    long answers[3] = {0, 0, 0};
+    long answers[4] = {0, 0, 0, 0};
     for (unsigned seed = 1; seed <= 800; ++seed) {
         RandomTables random(seed);
         const auto table = table_from(random.table());
-        lemara::Acceptor& acceptor = lemara::acceptor_of(*table);
+        lemara::LazyTransducer& lazy = lemara::lazy_form(*table);
         for (const std::string& word : words_for(*table, random, 20)) {
             if (word.find('\0') != std::string::npos) continue;
-            lemara::Acceptor::Node node = acceptor.start();
+            lemara::LazyTransducer::Node node = lazy.start();
             for (const char c : tolowercase(word)) {
-                node = acceptor.next(node, static_cast<std::uint8_t>(c));
+                node = lazy.next(node, static_cast<std::uint8_t>(c));
             }
             const bool small = !word.empty() && orbi_islower(word[0]);
-            const lemara::Answer answer = acceptor.answer(node, small);
+            const lemara::Answer answer = lazy.answer(node, small);
             ++answers[static_cast<int>(answer)];
-            if (answer == lemara::Answer::ask_the_walk) continue;
+            if (answer != lemara::Answer::no && answer != lemara::Answer::yes) continue;
             EXPECT_EQ(answer == lemara::Answer::yes, lemara::walk_finds_word(*table, word))
                 << "seed " << seed << ", word " << word;
         }
     }
-    std::cout << "no " << answers[0] << ", yes " << answers[1] << ", ask the walk " << answers[2]
-              << '\n';
+    std::cout << "no " << answers[0] << ", yes " << answers[1] << ", ask the texts " << answers[2]
+              << ", ask the walk " << answers[3] << '\n';
     for (const long count : answers) EXPECT_GT(count, 100);
+}
+
+TEST(LazyTransducer, SpellsWhatTheWalkSpells) {
+    long spelt = 0, asked = 0, reached_less = 0;
+    for (unsigned seed = 1; seed <= 800; ++seed) {
+        RandomTables random(seed);
+        const auto table = table_from(random.table());
+        lemara::LazyTransducer& lazy = lemara::lazy_form(*table);
+        for (const std::string& any : words_for(*table, random, 20)) {
+            const std::string word = any.c_str();  // up to a NUL
+            const std::string lowered = tolowercase(word).substr(0, lemara::WALK_LIMIT);
+            std::vector<std::string> expected;
+            lemara::PackedAnalysis walk(lemara::packed_form(*table), word, lowered);
+            walk.run(0, [&](std::string_view text) {
+                expected.emplace_back(text);
+                return true;
+            });
+            for (int time = 1; time <= 3; ++time) {
+                std::vector<std::string> found;
+                lemara::LazyTransducer::Spelt way;
+                const bool done = lazy.spell(word, way, [&](std::string_view text) {
+                    EXPECT_EQ(text.data()[text.size()], '\0');
+                    found.emplace_back(text);
+                    return true;
+                });
+                EXPECT_TRUE(done || found.empty());
+                if (!done) {
+                    ++asked;
+                    continue;
+                }
+                ++spelt;
+                EXPECT_EQ(found, expected) << "seed " << seed << ", word " << word;
+                // No path goes on behind it, as the walk tells from its own.
+                EXPECT_GE(way.most, found.size());
+                EXPECT_GE(way.reach, walk.reach());
+                if (way.reach < word.size()) ++reached_less;
+            }
+        }
+    }
+    std::cout << "spelt " << spelt << ", of them not read to the end " << reached_less
+              << "; the walk asked " << asked << '\n';
+    EXPECT_GT(spelt, 10000);
+    EXPECT_GT(reached_less, 1000);
+    EXPECT_GT(asked, 1000);
+}
+
+TEST(LazyTransducer, StopsWhenItsVisitorHasEnough) {
+    const auto table = table_from("0\ta\t1\n1\t<X>:<>\t2\n1\t<Y>:<>\t2\nfinal: 2\n");
+    lemara::LazyTransducer& lazy = lemara::lazy_form(*table);
+    std::vector<std::string> found;
+    lemara::LazyTransducer::Spelt way;
+    for (int time = 1; time <= 2; ++time) {
+        lazy.spell("a", way, [&](std::string_view text) {
+            found.emplace_back(text);
+            return false;
+        });
+    }
+    EXPECT_EQ(found, std::vector<std::string>{"a<X>"});
 }
 
 // A table in which each word makes new nodes: any of the last 24 letters decides.
 // (0)--a,b-->(0), (0)--b-->(1)--a,b-->(2)-- ... -->((24))
-TEST(Acceptor, BeyondItsBoundsTheWalkIsAsked) {
+TEST(LazyTransducer, BeyondItsBoundsTheWalkIsAsked) {
     std::string records = "0\ta\t0\n0\tb\t0\n0\tb\t1\n";
     for (int state = 1; state < 24; ++state) {
         for (const char* letter : {"a", "b"}) {
@@ -116,17 +176,17 @@ TEST(Acceptor, BeyondItsBoundsTheWalkIsAsked) {
     for (int round = 0; round < 6000; ++round) {
         std::string word;
         for (int i = 0; i < 200; ++i) word += random() % 2 == 0 ? 'a' : 'b';
-        lemara::Acceptor& acceptor = lemara::acceptor_of(*table);
-        lemara::Acceptor::Node node = acceptor.start();
-        for (const char c : word) node = acceptor.next(node, static_cast<std::uint8_t>(c));
-        if (acceptor.answer(node, true) == lemara::Answer::ask_the_walk) ++asked;
+        lemara::LazyTransducer& lazy = lemara::lazy_form(*table);
+        lemara::LazyTransducer::Node node = lazy.start();
+        for (const char c : word) node = lazy.next(node, static_cast<std::uint8_t>(c));
+        if (lazy.answer(node, true) == lemara::Answer::ask_the_walk) ++asked;
         ASSERT_EQ(lemara::has_word(*table, word), word[word.size() - 24] == 'b') << word;
     }
     std::cout << "words beyond the bound: " << asked << '\n';
     EXPECT_GT(asked, 0);
 }
 
-TEST(AcceptorThreads, FourThreadsMakeOneAcceptor) {
+TEST(LazyTransducerThreads, FourThreadsMakeOneForm) {
     for (unsigned seed = 1; seed <= 60; ++seed) {
         RandomTables random(seed);
         const std::string text = random.table();

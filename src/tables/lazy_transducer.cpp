@@ -1,0 +1,587 @@
+#include "tables/lazy_transducer.h"
+
+#include <algorithm>
+
+#include "analysis/text_pieces.h"
+
+namespace lemara {
+namespace {
+
+constexpr int DEEPEST_EMPTY = 64;          // arcs with an empty lower symbol in a row
+constexpr int DEEPEST_REST = 512;           // arcs of a path in the rest of a word
+constexpr std::size_t MOST_ARCS = 1 << 14;  // looked at for one step
+
+using Traits = LazyTransducer;
+
+/// True for a text of whole tags and nothing else.
+bool is_whole_tags(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t close = text.find('>');
+        if (text[0] != '<' || close == std::string_view::npos) return false;
+        if (text.substr(1, close - 1).find('<') != std::string_view::npos) return false;
+        text.remove_prefix(close + 1);
+    }
+    return true;
+}
+
+std::uint8_t traits_of(std::string_view upper) {
+    std::uint8_t traits = upper.empty() ? Traits::NOTHING_WRITTEN : std::uint8_t{0};
+    if (!upper.empty() && upper[0] >= 'A' && upper[0] <= 'Z') traits |= Traits::CAPITAL;
+    if (upper.find_first_of(std::string_view("[] \0", 4)) != std::string_view::npos) {
+        return traits | Traits::ODD;
+    }
+    if (upper.find_first_of("<>") == std::string_view::npos) return traits;
+    if (!is_whole_tags(upper) || contains(upper, "MAT")) return traits | Traits::ODD;
+    for (const char* tag : {"<SNB>", "<SIG>", "<PSP>"}) {
+        if (contains(upper, tag)) return traits | Traits::ODD;
+    }
+    for (const char* tag : {"<PIB>", "<LIB>", "<IZB>"}) {
+        if (contains(upper, tag)) traits |= Traits::NAME;
+    }
+    return traits;
+}
+
+/// The path behind a label.
+std::uint8_t with_label(std::uint8_t path, std::uint8_t label) {
+    std::uint8_t result = (path | label) & (Traits::NAME | Traits::ODD);
+    if ((path & Traits::NOTHING_WRITTEN) != 0) {
+        result |= label & (Traits::NOTHING_WRITTEN | Traits::CAPITAL);
+    } else {
+        result |= path & Traits::CAPITAL;
+    }
+    return result;
+}
+
+// A place is a state, an arc whose lower symbol has been read in part, or the end of a path that
+// read a byte as it ended. Bit 63 tells an arc, bits 32 to 62 where it or the state stands, 8 to
+// 31 the bytes read, 0 to 7 the path. An end is no state, and has a byte read.
+constexpr std::uint64_t IN_ARC = std::uint64_t{1} << 63;
+constexpr std::uint64_t AT_END = std::uint64_t{1} << 8;
+constexpr std::uint32_t MOST_READ = 0xFFFFFF;
+
+std::uint64_t in_state(StateRef state, std::uint8_t path) {
+    return std::uint64_t{static_cast<std::uint32_t>(state)} << 32 | path;
+}
+std::uint64_t in_arc(std::uint32_t arc, std::uint32_t read, std::uint8_t path) {
+    return IN_ARC | std::uint64_t{arc} << 32 | std::uint64_t{read} << 8 | path;
+}
+bool is_arc(std::uint64_t place) { return (place & IN_ARC) != 0; }
+bool is_end(std::uint64_t place) { return !is_arc(place) && (place & AT_END) != 0; }
+std::uint32_t where(std::uint64_t place) {
+    return static_cast<std::uint32_t>((place & ~IN_ARC) >> 32);
+}
+std::uint32_t read_of(std::uint64_t place) {
+    return static_cast<std::uint32_t>(place >> 8) & MOST_READ;
+}
+std::uint8_t path_of(std::uint64_t place) { return static_cast<std::uint8_t>(place); }
+
+std::uint64_t hash_of(const std::vector<std::uint64_t>& places) {
+    std::uint64_t hash = places.size();
+    for (const std::uint64_t place : places) {
+        hash = (hash ^ place) * 0x9E3779B97F4A7C15u;
+        hash ^= hash >> 29;
+    }
+    return hash;
+}
+
+}  // namespace
+
+/// Searches the rest of a word from the places of a node on, and keeps nothing of it.
+class LazyTransducer::Finisher {
+public:
+    /// `small`: the word was typed with "a" to "z" in front.
+    Finisher(const LazyTransducer& owner, std::string_view rest, bool small)
+        : table_(owner.table_), traits_(owner.label_traits_), rest_(rest), small_(small) {}
+
+    Answer run(const Place* places, std::size_t count) {
+        for (std::size_t i = 0; i < count && !done_; ++i) {
+            const Place place = places[i];
+            if (is_end(place)) continue;  // there is a rest
+            if (is_arc(place)) {
+                const auto& arc = *reinterpret_cast<const PackedArc*>(
+                    table_.states + 4 * std::size_t{where(place)});
+                read(arc, read_of(place), 0, path_of(place), 0);
+            } else {
+                enter(static_cast<StateRef>(where(place)), 0, path_of(place), 0);
+            }
+        }
+        if (failed_) return Answer::ask_the_walk;
+        if (done_) return Answer::yes;
+        return odd_ ? Answer::ask_the_texts : Answer::no;
+    }
+
+private:
+    std::uint16_t wanted_at(std::size_t at) const {
+        return at < rest_.size() ? table_.bit_of(static_cast<std::uint8_t>(rest_[at]))
+                                 : PackedView::END_BIT;
+    }
+
+    void enter(StateRef ref, std::size_t at, std::uint8_t path, int depth) {
+        const PackedState state = table_.state(ref);
+        const std::uint8_t byte =
+            at < rest_.size() ? static_cast<std::uint8_t>(rest_[at]) : std::uint8_t{0};
+        for (std::uint32_t base = 0; base < state.count && !done_; base += 64) {
+            const std::uint32_t count = std::min<std::uint32_t>(state.count - base, 64);
+            std::uint64_t bits = matching_arcs(state.first + base, count, byte);
+            for (; bits != 0 && !done_; bits &= bits - 1) {
+                read(state.arcs[base + static_cast<std::uint32_t>(__builtin_ctzll(bits))], 0, at,
+                     path, depth);
+            }
+        }
+    }
+
+    /// Reads what is left of an arc's lower symbol, and goes on behind it.
+    void read(const PackedArc& arc, std::size_t from, std::size_t at, std::uint8_t path,
+              int depth) {
+        if (++arcs_ > MOST_ARCS || depth == DEEPEST_REST) {
+            failed_ = done_ = true;
+            return;
+        }
+        const std::uint32_t label = table_.label_of(arc);
+        const std::string_view lower = table_.lower(label).substr(from);
+        if (rest_.compare(at, lower.size(), lower) != 0) return;
+        at += lower.size();
+        if ((arc.follows & wanted_at(at)) == 0) return;
+        path = with_label(path, traits_[label]);
+        if (arc.target >= 0) return enter(arc.target, at, path, depth + 1);
+        if (at < rest_.size()) return;
+        if ((path & ODD) != 0) {
+            odd_ = true;
+        } else if (!small_ || (path & (CAPITAL | NAME)) == 0) {
+            done_ = true;
+        }
+    }
+
+    const PackedView& table_;
+    const std::vector<std::uint8_t>& traits_;
+    const std::string_view rest_;
+    const bool small_;
+    std::size_t arcs_ = 0;
+    bool odd_ = false;
+    bool done_ = false;    // a word was found
+    bool failed_ = false;  // or a bound was passed
+};
+
+/// Takes the paths of a node one byte further, in the order of the walk, or to their ends.
+class LazyTransducer::Builder {
+public:
+    explicit Builder(LazyTransducer& owner) : owner_(owner), table_(owner.table_) {}
+
+    /// Forgets what it built before.
+    void clear() {
+        places.clear();
+        pieces.clear();
+        failed = false;
+        arcs_ = 0;
+    }
+
+    /// All paths of `node` that read `byte`.
+    void step(Node node, std::uint8_t byte) {
+        clear();
+        byte_ = byte;
+        wanted_ = table_.bit_of(byte);
+        for_each_place(node, [&](Place place) {
+            if (is_end(place)) return;
+            if (is_arc(place)) {
+                read_on(arc_at(where(place)), read_of(place), path_of(place));
+            } else {
+                enter(static_cast<StateRef>(where(place)), path_of(place), 0);
+            }
+        });
+    }
+
+    /// The ends of all paths in `places`.
+    void ends_of(const std::vector<Place>& from) {
+        clear();
+        wanted_ = PackedView::END_BIT;
+        byte_ = 0;
+        for (from_ = 0; from_ < from.size(); ++from_) {
+            const Place place = from[from_];
+            if (is_end(place)) add(place, {});
+            if (!is_end(place) && !is_arc(place)) {
+                enter(static_cast<StateRef>(where(place)), path_of(place), 0);
+            }
+        }
+    }
+
+    std::vector<Place> places;  // where the paths are behind the step
+    std::vector<Piece> pieces;  // what each wrote; as many
+    bool failed = false;        // a bound was passed
+
+private:
+    template <class Visit>
+    void for_each_place(Node node, Visit visit) {
+        const auto number = static_cast<std::size_t>(node & NUMBER);
+        const std::size_t begin = owner_.places_begin_[number];
+        const std::size_t count = owner_.places_begin_[number + 1] - begin;
+        for (from_ = 0; from_ < count && !failed; ++from_) visit(owner_.places_[begin + from_]);
+    }
+
+    /// Goes on from a state: over arcs that read the byte, and over empty ones to further
+    /// states. At the end of a word, over the empty arcs alone.
+    void enter(StateRef ref, std::uint8_t path, int depth) {
+        const PackedState state = table_.state(ref);
+        for (std::uint32_t base = 0; base < state.count && !failed; base += 64) {
+            const std::uint32_t count = std::min<std::uint32_t>(state.count - base, 64);
+            std::uint64_t bits = matching_arcs(state.first + base, count, byte_);
+            for (; bits != 0 && !failed; bits &= bits - 1) {
+                const std::uint32_t i = base + static_cast<std::uint32_t>(__builtin_ctzll(bits));
+                if (++arcs_ > MOST_ARCS) failed = true;
+                if (state.first[i] != 0) {
+                    read_on(state.arcs[i], 0, path);
+                } else {
+                    pass(state.arcs[i], path, depth);
+                }
+            }
+        }
+    }
+
+    /// Goes over an arc with an empty lower symbol.
+    void pass(const PackedArc& arc, std::uint8_t path, int depth) {
+        const std::uint32_t label = table_.label_of(arc);
+        if (table_.labels[label].lower_size != 0) return;  // a NUL: never read
+        if ((arc.follows & wanted_) == 0) return;
+        const std::uint8_t behind = with_label(path, owner_.label_traits_[label]);
+        if (arc.target < 0) {
+            if (wanted_ == PackedView::END_BIT) add(AT_END | behind, table_.upper(label));
+            return;
+        }
+        if (depth == DEEPEST_EMPTY) {
+            failed = true;
+            return;
+        }
+        const std::size_t written = text_.size();
+        const std::string_view upper = table_.upper(label), only = only_;
+        text_ += upper;
+        if (!upper.empty()) only_ = written == 0 ? upper : std::string_view();
+        enter(arc.target, behind, depth + 1);
+        text_.resize(written);
+        only_ = only;
+    }
+
+    void read_on(const PackedArc& arc, std::uint32_t read, std::uint8_t path) {
+        const std::uint32_t number = table_.label_of(arc);
+        const PackedLabel& label = table_.labels[number];
+        if (static_cast<std::uint8_t>(table_.pool[label.lower_at + read]) != byte_) return;
+        if (read + 1 < label.lower_size) {
+            failed = failed || read + 1 == MOST_READ;
+            add(in_arc(place_of(arc), read + 1, path), {});
+            return;
+        }
+        const std::uint8_t behind = with_label(path, owner_.label_traits_[number]);
+        add(arc.target < 0 ? AT_END | behind : in_state(arc.target, behind), table_.upper(number));
+    }
+
+    /// A path has arrived at `place`, and wrote `last` behind what empty arcs wrote.
+    void add(Place place, std::string_view last) {
+        const std::size_t size = text_.size() + last.size();
+        if (size > LONGEST_PIECE || places.size() == MOST_PATHS) {
+            failed = true;
+            return;
+        }
+        const char* end = last.data() + last.size();
+        if (!text_.empty()) {
+            const bool is_symbol = last.empty() && !only_.empty();
+            end = is_symbol ? only_.data() + only_.size() : owner_.end_of(text_, last);
+            failed = failed || end == nullptr;
+        } else if (last.empty()) {
+            end = table_.pool;  // any place
+        }
+        places.push_back(place);
+        pieces.push_back({end, static_cast<std::uint16_t>(size),
+                          static_cast<std::uint16_t>(from_), path_of(place)});
+    }
+
+    // An arc by its distance from the first block, in units of 4 bytes.
+    std::uint32_t place_of(const PackedArc& arc) const {
+        return static_cast<std::uint32_t>(
+            (reinterpret_cast<const std::uint8_t*>(&arc) - table_.states) / 4);
+    }
+    const PackedArc& arc_at(std::uint32_t place) const {
+        return *reinterpret_cast<const PackedArc*>(table_.states + 4 * std::size_t{place});
+    }
+
+    LazyTransducer& owner_;
+    const PackedView& table_;
+    std::uint8_t byte_ = 0;
+    std::uint16_t wanted_ = 0;  // mask bit of the byte, or of the end
+    std::size_t from_ = 0;      // the path that is being taken on
+    std::size_t arcs_ = 0;
+    std::string text_;          // what empty arcs wrote on the way
+    std::string_view only_;     // the one symbol that it is, if it is one
+};
+
+LazyTransducer::Slots::Slots(std::size_t size)
+    : mask(size - 1),
+      shift(64),
+      heads(new std::atomic<std::uint64_t>[size]()),
+      ways(new std::atomic<const Piece*>[size]()) {
+    for (std::size_t bits = size; bits > 1; bits /= 2) --shift;
+}
+
+LazyTransducer::Jumps::Jumps(std::size_t size) : mask(size - 1), slots(new Slot[size]()) {}
+
+void LazyTransducer::Jumps::put(Node from, std::uint64_t bytes, Node to) const {
+    Slot& slot = slots[find(from, bytes).slot];
+    slot.bytes.store(bytes, std::memory_order_relaxed);
+    slot.nodes.store(static_cast<std::uint64_t>(from) << 32 | static_cast<std::uint32_t>(to),
+                     std::memory_order_release);
+}
+
+LazyTransducer::LazyTransducer(const PackedView& table) : table_(table) {}
+LazyTransducer::~LazyTransducer() = default;
+
+void LazyTransducer::prepare() {
+    for (std::uint32_t label = 0; label < table_.label_count; ++label) {
+        label_traits_.push_back(traits_of(table_.upper(label)));
+        for (const char c : table_.lower(label)) reads_[static_cast<std::uint8_t>(c)] = true;
+    }
+    step_ = std::make_unique<Builder>(*this);
+    ends_of_step_ = std::make_unique<Builder>(*this);
+    ends_.resize(MOST_NODES / NODES_OF_CHUNK);
+    places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
+    nodes_.assign(1 << 8, UNKNOWN);
+    grow(FIRST_SLOTS);
+    grow_jumps(FIRST_SLOTS);
+}
+
+LazyTransducer::Node LazyTransducer::make_start() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (const Node known = start_.load(std::memory_order_relaxed)) return known;
+    Node node = TOO_MANY;
+    // The walk cuts a path that comes back to a state without having read a byte. Here such a
+    // path would be followed to what it adds to the upper text, so the walk is asked.
+    if ((table_.cycles & EMPTY_CYCLES) == 0) {
+        prepare();
+        if (table_.state_count > 0) step_->places.push_back(in_state(0, NOTHING_WRITTEN));
+        node = node_of(*step_);
+    }
+    start_.store(node, std::memory_order_release);
+    return node;
+}
+
+LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, const Piece** ways) {
+    if (stop.node <= DEAD) return stop.node;
+    const Slots* slots = slots_.load(std::memory_order_acquire);
+    bool insist = false;
+    for (; stop.at < text.size(); ++stop.at) {
+        const std::uint8_t byte = lowered(static_cast<std::uint8_t>(text[stop.at]));
+        const std::uint32_t key = key_of(stop.node, byte);
+        Slots::Found step = slots->find(key);
+        if ((step.next & NUMBER) == 0) {
+            step.next = ask_again(stop.node, byte, insist);
+            if (step.next > DEAD) {
+                slots = slots_.load(std::memory_order_acquire);
+                step = slots->find(key);
+            }
+        }
+        if (step.next <= DEAD) return step.next;
+        if (ways != nullptr) {
+            ways[stop.at] = slots->ways[step.slot].load(std::memory_order_relaxed);
+        }
+        stop.node = step.next;
+    }
+    return stop.node;
+}
+
+/// A step that `read` did not find. Nobody waits here: while another thread makes steps, the
+/// walk is asked.
+LazyTransducer::Node LazyTransducer::ask_again(Node node, std::uint8_t byte, bool& insist) {
+    if (!reads_[byte]) return DEAD;
+    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
+    if (!lock || !has_room()) return TOO_MANY;
+    const Node known = all_slots_.back()->find(key_of(node, byte)).next;
+    if ((known & NUMBER) != 0) return known;
+    if (known == UNKNOWN && !insist) {
+        set(key_of(node, byte), ASKED, nullptr);
+        return TOO_MANY;
+    }
+    insist = true;  // the rest of this word too
+    return build(node, byte);
+}
+
+LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
+    if (!reads_[byte]) return DEAD;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const Node known = all_slots_.back()->find(key_of(node, byte)).next;
+    if ((known & NUMBER) != 0) return known;
+    return has_room() ? build(node, byte) : TOO_MANY;
+}
+
+/// The node behind some bytes of a word, once the steps to it have been made.
+LazyTransducer::Node LazyTransducer::make_jump(Stop& stop, std::string_view part,
+                                               std::uint64_t bytes) {
+    const Node node = stop.node;
+    const Node next = read(stop, part, nullptr);
+    if (next < 0) return next;
+    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
+    if (!lock) return next;
+    const std::size_t size = all_jumps_.back()->mask + 1;
+    if (2 * jumps_used_ >= size) {
+        if (size == MOST_SLOTS) return next;
+        grow_jumps(2 * size);
+    }
+    const Jumps& jumps = *all_jumps_.back();
+    if (jumps.find(node, bytes).next == UNKNOWN) {
+        jumps.put(node, bytes, next);
+        ++jumps_used_;
+    }
+    return next;
+}
+
+/// The answer for a word that has been read up to `node`, where the steps end.
+Answer LazyTransducer::finish(Node node, std::string_view rest, bool small) {
+    char lower[LONGEST_SPELT];
+    if (rest.size() > sizeof lower) return Answer::ask_the_walk;
+    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
+    if (!lock) return Answer::ask_the_walk;
+    std::transform(rest.begin(), rest.end(), lower, [](char c) {
+        return static_cast<char>(lowered(static_cast<std::uint8_t>(c)));
+    });
+    const auto number = static_cast<std::size_t>(node & NUMBER);
+    const std::size_t begin = places_begin_[number];
+    return Finisher(*this, {lower, rest.size()}, small)
+        .run(places_.data() + begin, places_begin_[number + 1] - begin);
+}
+
+LazyTransducer::Node LazyTransducer::build(Node node, std::uint8_t byte) {
+    Builder& built = *step_;
+    built.step(node, byte);
+    const Piece* ways = built.failed ? nullptr : keep(built.pieces);
+    Node next = TOO_MANY;
+    if (!built.failed && (ways != nullptr || built.pieces.empty())) next = node_of(built);
+    set(key_of(node, byte), next, ways);
+    return next;
+}
+
+LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
+    if (built.places.empty()) return DEAD;
+    const std::size_t mask = nodes_.size() - 1;
+    std::size_t slot = hash_of(built.places) & mask;
+    for (; nodes_[slot] != UNKNOWN; slot = (slot + 1) & mask) {
+        const auto number = static_cast<std::size_t>(nodes_[slot] & NUMBER);
+        const auto begin = places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]);
+        const auto end = places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]);
+        if (std::equal(begin, end, built.places.begin(), built.places.end())) return nodes_[slot];
+    }
+    const std::size_t number = places_begin_.size() - 1;
+    if (number >= MOST_NODES || places_.size() + built.places.size() > MOST_PLACES) return TOO_MANY;
+    Builder& ends = *ends_of_step_;
+    ends.ends_of(built.places);
+    const Piece* kept = ends.failed ? nullptr : keep(ends.pieces);
+    if (ends.failed || (kept == nullptr && !ends.pieces.empty())) return TOO_MANY;
+
+    auto node = static_cast<Node>(number);
+    for (const Piece& piece : ends.pieces) {
+        node |= (piece.path & ODD) != 0                ? ENDS_ODD
+                : (piece.path & (CAPITAL | NAME)) != 0 ? ENDS_AS_NAME
+                                                       : ENDS_CLEAN;
+    }
+    std::unique_ptr<Ends[]>& chunk = ends_[number / NODES_OF_CHUNK];
+    if (chunk == nullptr) chunk.reset(new Ends[NODES_OF_CHUNK]);
+    chunk[number % NODES_OF_CHUNK] = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
+    places_.insert(places_.end(), built.places.begin(), built.places.end());
+    places_begin_.push_back(places_.size());
+    nodes_[slot] = node;
+    if (2 * number > nodes_.size()) widen_nodes();
+    return node;
+}
+
+void LazyTransducer::widen_nodes() {
+    std::vector<Node> wider(2 * nodes_.size(), UNKNOWN);
+    std::vector<Place> places;
+    for (const Node node : nodes_) {
+        if (node == UNKNOWN) continue;
+        const auto number = static_cast<std::size_t>(node & NUMBER);
+        places.assign(places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]),
+                      places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]));
+        std::size_t slot = hash_of(places) & (wider.size() - 1);
+        while (wider[slot] != UNKNOWN) slot = (slot + 1) & (wider.size() - 1);
+        wider[slot] = node;
+    }
+    nodes_.swap(wider);
+}
+
+/// True if one more step can be kept.
+bool LazyTransducer::has_room() {
+    const std::size_t size = all_slots_.back()->mask + 1;
+    if (slots_used_ < size / 2) return true;
+    if (size == MOST_SLOTS) return slots_used_ < size / 4 * 3;
+    grow(2 * size);
+    return true;
+}
+
+/// Changes to larger slots. The old ones stay, for those who are reading in them.
+void LazyTransducer::grow(std::size_t size) {
+    auto larger = std::make_unique<Slots>(size);
+    if (!all_slots_.empty()) {
+        const Slots& old = *all_slots_.back();
+        for (std::size_t i = 0; i <= old.mask; ++i) {
+            const std::uint64_t head = old.heads[i].load(std::memory_order_relaxed);
+            if (head == 0) continue;
+            const std::size_t slot = larger->find(static_cast<std::uint32_t>(head >> 32)).slot;
+            larger->ways[slot].store(old.ways[i].load(std::memory_order_relaxed),
+                                     std::memory_order_relaxed);
+            larger->heads[slot].store(head, std::memory_order_relaxed);
+        }
+    }
+    all_slots_.push_back(std::move(larger));
+    slots_.store(all_slots_.back().get(), std::memory_order_release);
+}
+
+void LazyTransducer::grow_jumps(std::size_t size) {
+    auto larger = std::make_unique<Jumps>(size);
+    if (!all_jumps_.empty()) {
+        const Jumps& old = *all_jumps_.back();
+        for (std::size_t i = 0; i <= old.mask; ++i) {
+            const std::uint64_t nodes = old.slots[i].nodes.load(std::memory_order_relaxed);
+            if (nodes == 0) continue;
+            larger->put(static_cast<Node>(nodes >> 32),
+                        old.slots[i].bytes.load(std::memory_order_relaxed),
+                        static_cast<Node>(static_cast<std::uint32_t>(nodes)));
+        }
+    }
+    all_jumps_.push_back(std::move(larger));
+    jumps_.store(all_jumps_.back().get(), std::memory_order_release);
+}
+
+void LazyTransducer::set(std::uint32_t key, Node next, const Piece* ways) {
+    const Slots& slots = *all_slots_.back();
+    const Slots::Found found = slots.find(key);
+    if (found.next == UNKNOWN) ++slots_used_;
+    slots.ways[found.slot].store(ways, std::memory_order_relaxed);
+    slots.heads[found.slot].store(std::uint64_t{key} << 32 | static_cast<std::uint32_t>(next),
+                                  std::memory_order_release);
+}
+
+/// A lasting copy of pieces, null if there are none, or too many in all.
+const LazyTransducer::Piece* LazyTransducer::keep(const std::vector<Piece>& pieces) {
+    if (pieces.empty()) return nullptr;
+    if (pieces_left_ < pieces.size()) {
+        if (piece_chunks_.size() == MOST_CHUNKS) return nullptr;
+        piece_chunks_.emplace_back(new Piece[PIECES_OF_CHUNK]);
+        pieces_left_ = PIECES_OF_CHUNK;
+    }
+    Piece* copy = piece_chunks_.back().get() + (PIECES_OF_CHUNK - pieces_left_);
+    std::copy(pieces.begin(), pieces.end(), copy);
+    pieces_left_ -= pieces.size();
+    return copy;
+}
+
+/// The end of a lasting copy of two texts, one behind the other, with SHORT bytes in front; null
+/// if there are too many.
+const char* LazyTransducer::end_of(std::string_view first, std::string_view second) {
+    const std::size_t size = first.size() + second.size();
+    if (text_left_ < size) {
+        if (text_chunks_.size() == MOST_CHUNKS) return nullptr;
+        text_chunks_.emplace_back(new char[SHORT + BYTES_OF_CHUNK]());
+        text_left_ = BYTES_OF_CHUNK;
+    }
+    char* copy = text_chunks_.back().get() + SHORT + (BYTES_OF_CHUNK - text_left_);
+    first.copy(copy, first.size());
+    second.copy(copy + first.size(), second.size());
+    text_left_ -= size;
+    return copy + size;
+}
+
+}  // namespace lemara

@@ -1,0 +1,332 @@
+// The lower side of a table, made deterministic as words ask for it.
+//
+// A node stands for all the paths that have read the same bytes: where each has arrived, in the
+// order in which the walk takes them, and what the filters need to know of its upper text.
+// That is little: does it begin with a capital, does it hold the tag of a name. Paths of which
+// they need more (symbols and acronyms, postpositions, several words, bracket groups, "MAT") are
+// odd. A step from a node to the next by a byte keeps for each path behind it which one in front
+// it came from, and the upper text that was written on the way. So the node in which a word ends
+// says yes or no at once, and the way back from there spells the analyses, in their order.
+//
+// What nobody asked for costs nothing: a step is made when it's asked for a second time. Until
+// then, and for all that would pass a bound, the walk is asked. Reading takes no lock.
+//
+// Method: determinisation of a transducer by ordered subsets with the way back kept (as in M.
+// Mohri, "Finite-State Transducers in Language and Speech Processing", 1997), on demand.
+// Twin: the walk. Tests: tests/tables/lazy_transducer_test.cpp.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <string_view>
+#include <vector>
+
+#include "analysis/tag_scan.h"
+#include "tables/packed.h"
+
+namespace lemara {
+
+enum class Answer {
+    no,
+    yes,
+    ask_the_texts,  // only the analyses tell
+    ask_the_walk,   // there is no node for the word
+};
+
+class LazyTransducer {
+public:
+    /// The number of a node, and above it how words end there.
+    using Node = std::int32_t;
+
+    static constexpr Node DEAD = 1;       // no word goes on from here
+    static constexpr Node TOO_MANY = -1;  // a bound was reached
+
+    /// Longer words have their analyses from the walk.
+    static constexpr std::size_t LONGEST_SPELT = 128;
+
+    /// `table` must outlive the transducer.
+    explicit LazyTransducer(const PackedView& table);
+    ~LazyTransducer();
+
+    /// The node in which every word begins.
+    Node start() {
+        const Node known = start_.load(std::memory_order_acquire);
+        return known != 0 ? known : make_start();
+    }
+
+    /// The node behind `byte`, lowered already. Makes it if there is none yet.
+    Node next(Node node, std::uint8_t byte) {
+        if (node <= DEAD) return node;
+        const Slots& slots = *slots_.load(std::memory_order_acquire);
+        const Node known = slots.find(key_of(node, byte)).next;
+        return (known & NUMBER) != 0 ? known : make_next(node, byte);
+    }
+
+    /// The answer for a word that ends in `node`. `small`: it was typed with "a" to "z" in
+    /// front.
+    static Answer answer(Node node, bool small) {
+        if (node == TOO_MANY) return Answer::ask_the_walk;
+        if ((node & ENDS_CLEAN) != 0 || (!small && (node & ENDS_AS_NAME) != 0)) {
+            return Answer::yes;
+        }
+        return (node & ENDS_ODD) != 0 ? Answer::ask_the_texts : Answer::no;
+    }
+
+    /// The same for a whole word as typed. Makes what is asked for again.
+    Answer answer(std::string_view word) {
+        Node node = start();
+        if (node <= DEAD) return answer(node, false);
+        const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
+        const Jumps& jumps = *jumps_.load(std::memory_order_acquire);
+        for (std::size_t at = 0; at < word.size() && node > DEAD; at += JUMP) {
+            const std::string_view part = word.substr(at, JUMP);
+            const std::uint64_t bytes = bytes_of(part);
+            const Node known = jumps.find(node, bytes).next;
+            if (known != UNKNOWN) {
+                node = known;
+                continue;
+            }
+            Stop stop{node, 0};
+            node = make_jump(stop, part, bytes);
+            if (node < 0) return finish(stop.node, word.substr(at + stop.at), small);
+        }
+        return answer(node, small);
+    }
+
+    /// What is known of a word before its first analysis is visited.
+    struct Spelt {
+        std::size_t reach = 0;  // bytes of the word that some path reads, or more
+        std::size_t most = 0;   // it has no more analyses than that
+    };
+
+    /// Calls `visit` with each analysis of a word as typed that the filters keep, in order,
+    /// until it answers false. The text of a call is gone after it. False if the walk is to be
+    /// asked; then nothing was visited. `word` holds no NUL, and one stands behind it.
+    template <class Visit>
+    bool spell(std::string_view word, Spelt& spelt, Visit visit) {
+        if (word.size() > LONGEST_SPELT) return false;
+        const Piece* ways[LONGEST_SPELT];
+        Stop stop{start(), 0};
+        const Node last = read(stop, word, ways);
+        if (last < 0) return false;
+        spelt.reach = stop.at;
+        if ((last & ENDS) == 0) return true;
+        const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
+        const Ends& ends = ends_of(last);
+        spelt.most = ends.count;
+        char text[LONGEST_TEXT];
+        char* const end = text + LONGEST_TEXT - 1;
+        *end = '\0';
+        for (std::uint32_t i = 0; i < ends.count; ++i) {
+            const Piece& piece = ends.pieces[i];
+            // A capitalised entry is no analysis of a word in small letters.
+            if (small && (piece.path & CAPITAL) != 0) continue;
+            char* begin = write_before(end, piece);
+            std::size_t path = piece.from;
+            for (std::size_t at = word.size(); at-- > 0;) {
+                const Piece& step = ways[at][path];
+                begin = write_before(begin, step);
+                path = step.from;
+            }
+            const std::string_view analysis(begin, static_cast<std::size_t>(end - begin));
+            const bool clean = (piece.path & (CAPITAL | NAME | ODD)) == 0;
+            if (!clean && !is_kept_by_filters(word, analysis)) continue;
+            if (!visit(analysis)) break;
+        }
+        return true;
+    }
+
+    // What a path knows of its upper text.
+    static constexpr std::uint8_t NOTHING_WRITTEN = 1;
+    static constexpr std::uint8_t CAPITAL = 2;  // begins with "A" to "Z"
+    static constexpr std::uint8_t NAME = 4;     // holds "<PIB>", "<LIB>" or "<IZB>"
+    static constexpr std::uint8_t ODD = 8;      // only the whole text tells
+
+private:
+    // How words end in a node, above its number.
+    static constexpr Node ENDS_CLEAN = 1 << 24;    // a word, however it is typed
+    static constexpr Node ENDS_AS_NAME = 1 << 25;  // a word, unless it begins in small letters
+    static constexpr Node ENDS_ODD = 1 << 26;      // perhaps a word
+    static constexpr Node ENDS = ENDS_CLEAN | ENDS_AS_NAME | ENDS_ODD;
+    static constexpr Node NUMBER = ENDS_CLEAN - 1;
+
+    // Not asked for yet, and asked for once.
+    static constexpr Node UNKNOWN = 0;
+    static constexpr Node ASKED = ENDS_CLEAN;  // of node 0, which is none
+
+    static constexpr std::size_t FIRST_SLOTS = std::size_t{1} << 12;
+    static constexpr std::size_t MOST_SLOTS = std::size_t{1} << 20;
+    static constexpr Node MOST_NODES = 1 << 18;
+    static constexpr std::size_t NODES_OF_CHUNK = 1 << 10;
+    static constexpr std::size_t PIECES_OF_CHUNK = 1 << 12;
+    static constexpr std::size_t BYTES_OF_CHUNK = 1 << 14;
+    static constexpr std::size_t MOST_CHUNKS = 1 << 8;  // of pieces: a million
+    static constexpr std::size_t MOST_PATHS = 1 << 10;  // of one node
+    static constexpr std::size_t MOST_PLACES = 1 << 21;  // of all nodes
+    static constexpr std::size_t LONGEST_PIECE = 128;
+    static constexpr std::size_t SHORT = 16;  // bytes that are copied in one move
+    static constexpr std::size_t LONGEST_TEXT =
+        LONGEST_PIECE * (LONGEST_SPELT + 1) + SHORT + 1;
+
+    /// Upper text that a path writes, and the path that it goes on from. SHORT bytes in front
+    /// of its end may be read.
+    struct Piece {
+        const char* end;
+        std::uint16_t size;
+        std::uint16_t from;
+        std::uint8_t path;  // of an end: what the whole path knows
+    };
+
+    static char* write_before(char* at, const Piece& piece) {
+        if (piece.size <= SHORT) {
+            std::memcpy(at - SHORT, piece.end - SHORT, SHORT);  // of fixed size: two moves
+        } else {
+            std::memcpy(at - piece.size, piece.end - piece.size, piece.size);
+        }
+        return at - piece.size;
+    }
+
+    /// The paths that may end in a node.
+    struct Ends {
+        const Piece* pieces;
+        std::uint32_t count;
+    };
+
+    /// Where steps are found: open addressing by node and byte. A slot's key and next node are
+    /// one number, written last; only its owner, who holds the mutex, writes.
+    struct Slots {
+        explicit Slots(std::size_t size);
+
+        struct Found {
+            Node next;
+            std::size_t slot;
+        };
+        Found find(std::uint32_t key) const {
+            for (std::size_t slot = key * 0x9E3779B97F4A7C15u >> shift;; slot = (slot + 1) & mask) {
+                const std::uint64_t held = heads[slot].load(std::memory_order_acquire);
+                if (held >> 32 == key) return {static_cast<Node>(static_cast<std::uint32_t>(held)), slot};
+                if (held == 0) return {UNKNOWN, slot};
+            }
+        }
+
+        std::size_t mask;
+        int shift;
+        std::unique_ptr<std::atomic<std::uint64_t>[]> heads;
+        std::unique_ptr<std::atomic<const Piece*>[]> ways;  // back from the paths behind a step
+    };
+
+    // Bytes that a jump takes at once.
+    static constexpr std::size_t JUMP = 8;
+
+    /// Jumps over several steps: where a yes or no went before, it goes again without a look at
+    /// the steps. Found by the node and the bytes as typed, with NULs behind the last of a word.
+    struct Jumps {
+        explicit Jumps(std::size_t size);
+
+        struct Slot {
+            std::atomic<std::uint64_t> bytes;
+            std::atomic<std::uint64_t> nodes;  // from where, above to where; written last
+        };
+        struct Found {
+            Node next;
+            std::size_t slot;
+        };
+        Found find(Node from, std::uint64_t bytes) const {
+            const std::uint64_t key = (bytes ^ static_cast<std::uint64_t>(from) << 32) * 0x9E3779B97F4A7C15u;
+            for (std::size_t slot = (key ^ key >> 32) & mask;; slot = (slot + 1) & mask) {
+                const std::uint64_t nodes = slots[slot].nodes.load(std::memory_order_acquire);
+                if (nodes == 0) return {UNKNOWN, slot};
+                if (static_cast<Node>(nodes >> 32) == from &&
+                    slots[slot].bytes.load(std::memory_order_relaxed) == bytes) {
+                    return {static_cast<Node>(static_cast<std::uint32_t>(nodes)), slot};
+                }
+            }
+        }
+        void put(Node from, std::uint64_t bytes, Node to) const;
+
+        std::size_t mask;
+        std::unique_ptr<Slot[]> slots;
+    };
+
+    /// At most JUMP bytes as a number.
+    static std::uint64_t bytes_of(std::string_view part) {
+        std::uint64_t bytes = 0;
+        if (part.size() == JUMP) {
+            std::memcpy(&bytes, part.data(), JUMP);
+        } else {
+            for (std::size_t i = part.size(); i-- > 0;) {
+                bytes = bytes << 8 | static_cast<std::uint8_t>(part[i]);
+            }
+        }
+        return bytes;
+    }
+
+    static std::uint32_t key_of(Node node, std::uint8_t byte) {
+        return static_cast<std::uint32_t>(node & NUMBER) << 8 | byte;
+    }
+
+    const Ends& ends_of(Node node) const {
+        const auto number = static_cast<std::size_t>(node & NUMBER);
+        return ends_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
+    }
+
+    /// How far a text was read: the last node that is not DEAD, and the bytes up to it.
+    struct Stop {
+        Node node;
+        std::size_t at;
+    };
+
+    /// The node that a text leads to from `stop` on; TOO_MANY if a step is not made yet, or
+    /// not at all. `ways`, if not null, takes the way back of each step.
+    Node read(Stop& stop, std::string_view text, const Piece** ways);
+
+    /// A place that a path has arrived at, and what is known of the path.
+    using Place = std::uint64_t;
+
+    class Builder;
+    class Finisher;
+
+    Node make_start();
+    Node make_next(Node node, std::uint8_t byte);
+    Node make_jump(Stop& stop, std::string_view part, std::uint64_t bytes);
+    Answer finish(Node node, std::string_view rest, bool small);
+    Node ask_again(Node node, std::uint8_t byte, bool& insist);
+    Node build(Node node, std::uint8_t byte);
+    Node node_of(const Builder& built);
+    void widen_nodes();
+    void set(std::uint32_t key, Node next, const Piece* ways);
+    bool has_room();
+    void grow(std::size_t size);
+    void grow_jumps(std::size_t size);
+    const Piece* keep(const std::vector<Piece>& pieces);
+    const char* end_of(std::string_view first, std::string_view second);
+    void prepare();
+
+    const PackedView& table_;
+    std::atomic<Node> start_{UNKNOWN};
+    std::atomic<const Slots*> slots_{nullptr};
+    std::atomic<const Jumps*> jumps_{nullptr};
+    std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
+
+    std::mutex mutex_;  // guards all below
+    std::vector<std::unique_ptr<Slots>> all_slots_;  // the last is in use; readers may be in others
+    std::size_t slots_used_ = 0;
+    std::vector<std::unique_ptr<Jumps>> all_jumps_;  // in the same way
+    std::size_t jumps_used_ = 0;
+    std::vector<std::uint8_t> label_traits_;
+    bool reads_[256] = {};                   // bytes that the table reads at all
+    std::vector<Place> places_;              // of all nodes, one after the other
+    std::vector<std::size_t> places_begin_;  // by node
+    std::vector<Node> nodes_;                // by a hash of their places, open addressing
+    std::vector<std::unique_ptr<Piece[]>> piece_chunks_;
+    std::size_t pieces_left_ = 0;            // in the last chunk
+    std::vector<std::unique_ptr<char[]>> text_chunks_;  // for pieces that are no symbol
+    std::size_t text_left_ = 0;
+    std::unique_ptr<Builder> step_, ends_of_step_;
+};
+
+}  // namespace lemara
