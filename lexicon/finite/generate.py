@@ -236,7 +236,9 @@ def forms_hika_nr_ni(verb, tense, stems):
             continue
         for to, gender_tag, _, bound_end in NI_ENDINGS:
             if to in ("NI", "HURA", "GU", "HAIEK") and not clash(person, to):
-                yield from hika(verb, tense, ["NR_" + person, "NI_" + to], stem.free + dative_on(stem.free, bound_end), "")
+                ke = "ke" if tense in KE else ""
+                text = third_unreal(stem.free, tense, person in ("HURA", "HAIEK"))
+                yield from hika(verb, tense, ["NR_" + person, "NI_" + to], text + dative_on(text, bound_end) + ke, "")
 
 
 # Ergative of allocutive forms: ending behind the mark in the present, -te- in front of it for haiek; prefix in the past.
@@ -247,16 +249,29 @@ def hika_nk(verb, tense, agreement, stem, stem_text):
     for by, prefix, te, ending in HIKA_SUBJECTS:
         if any(clash(a.split("_")[1], by) for a in agreement):
             continue
-        plural = "z" + te if te and stem.star else te
-        start = prefix if tense[0] == "B" else ""
-        yield from hika(verb, tense, agreement + ["NK_" + by], start + stem_text + plural, "" if start else ending)
+        past = tense[0] == "B"
+        tail = ("ke" if tense in KE else "") + te
+        body = stem_text + ("z" if stem.star else "") + tail if tail else linked(stem_text, False)
+        text = third_unreal(prefix + body, tense, by in ("HURA", "HAIEK")) if past else body
+        yield from hika(verb, tense, agreement + ["NK_" + by], text, "" if past else ending)
 
 
 def forms_hika_nk(verb, tense, stems):
-    """dut -> diat, du -> dik, dute -> ditek; nuen -> nian."""
+    """dut -> diat, du -> dik, dute -> ditek; nuen -> nian; luke -> likek."""
     for person, stem in zip(["HURA", "HAIEK"], stems):
         if not stem.missing():
             yield from hika_nk(verb, tense, ["NR_" + person], stem, stem.free)
+
+
+def forms_hika_nr_nk(verb, tense, stems):
+    """nau -> naik, naute -> naitek, gaituzte -> gaitiztek: a first person as absolutive, which is the prefix."""
+    for person, stem in zip(PERSONS, stems):
+        if stem.missing():
+            continue
+        for by, te in (("HURA", ""), ("HAIEK", "te")):
+            tail = ("ke" if tense in KE else "") + te
+            text = stem.free + ("z" if tail and stem.star else "") + tail
+            yield from hika(verb, tense, ["NR_" + person, "NK_" + by], text, "")
 
 
 def forms_hika_ni_nk(verb, tense, stems):
@@ -264,16 +279,18 @@ def forms_hika_ni_nk(verb, tense, stems):
     for person, stem in zip(["HURA", "HAIEK"], stems):
         for to, _, _, bound_end in NI_ENDINGS:
             if to in ("NI", "HURA", "GU", "HAIEK") and not stem.missing():
-                yield from hika_nk(verb, tense, ["NR_" + person, "NI_" + to], stem, stem.free + bound_end)
+                text = stem.free + dative_on(stem.free, bound_end)
+                yield from hika_nk(verb, tense, ["NR_" + person, "NI_" + to], stem, text)
 
 
 BUILDERS = {"HIKA-NR": forms_hika_nr, "HIKA-NR-NI": forms_hika_nr_ni, "HIKA-NK": forms_hika_nk,
+            "HIKA-NR-NK": forms_hika_nr_nk,
             "HIKA-NI-NK": forms_hika_ni_nk, "NR": forms_nr, "NR-NI": forms_nr_ni, "NR-NK": forms_nr_nk, "PFX-NK": forms_pfx_nk,
             "NR-NI-NK": forms_nr_ni_nk, "PFX-NI-NK": forms_pfx_ni_nk}
 
 
 def filtered(forms, options):
-    """Carries out the options of a line: ni=P, only=P, no3."""
+    """Carries out the options of a line: ni=P, only=P, no3, no-ken."""
     for form in forms:
         by = next((a[3:] for a in form.agreement if a.startswith("NK_")), "")
         if "ni" in options:
@@ -281,6 +298,8 @@ def filtered(forms, options):
                 continue
             form.agreement.insert(1, "NI_" + options["ni"])
         if "only" in options and by != options["only"]:
+            continue
+        if "no-ken" in options and form.free.endswith("ken"):
             continue
         if "no3" in options and by in ("HURA", "HAIEK"):
             continue
