@@ -21,8 +21,10 @@ struct DictArguments {
     std::string file = "-";
 };
 
+/// Tells a word that was refused. Errors: Failure if the file is to blame.
 int told(const std::optional<Problem>& problem, int status) {
     if (!problem) return status;
+    if (!problem->file.empty()) throw Failure(problem->text());
     message(problem->text());
     return FINDINGS;
 }

@@ -110,7 +110,9 @@ std::string lemara::tools::help_of(const CLI::App& command) {
 }
 
 int main(int count, char** arguments) {
-    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is told like any other failed write
+    // A closed pipe and a file that may not grow are told like any other failed write.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         if (is_ispell_command_line(count, arguments)) {
             return run_as_ispell(count, arguments);

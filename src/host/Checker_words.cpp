@@ -231,7 +231,8 @@ std::optional<Problem> Checker::remove_word(std::string_view word,
     }
     inside.use(std::move(list), nullptr);
     if (removed > 0) return std::nullopt;
-    return Problem{inside.file->path(), 0, "no such word: " + host::printable(word)};
+    return Problem{"", 0,
+                   host::printable(word) + ": no such word in " + inside.file->path()};
 }
 
 std::vector<PersonalWord> Checker::words() const {
