@@ -92,22 +92,31 @@ std::string records_of(const Checker& checker, std::string_view text) {
     return records;
 }
 
+/// Calls `take` with the tokens of a text, their places counted from its start.
+template <class Take>
+void for_each_token(const Checker& checker, const AnalyzeArguments& arguments,
+                    const ChunkText& chunk, Take take) {
+    chunk.with_spans([&](std::string_view text, const auto& correct) {
+        checker.analyze(text, checker_paragraphs(arguments.paragraphs),
+                        [&](const Token& token) {
+                            Token corrected = token;
+                            correct(corrected.span);
+                            take(std::move(corrected));
+                            return true;
+                        });
+    });
+}
+
 AnalysedChunk analysed(const Checker& checker, const AnalyzeArguments& arguments,
                        Chunk chunk) {
     AnalysedChunk result;
     result.text = ChunkText(std::move(chunk), arguments.engine.encoding);
     if (arguments.records) {
         result.records = records_of(checker, result.text.chunk.text);
-        return result;
+    } else {
+        for_each_token(checker, arguments, result.text,
+                       [&](Token token) { result.tokens.push_back(std::move(token)); });
     }
-    result.text.with_spans([&](std::string_view text, const auto& correct) {
-        checker.analyze(text, checker_paragraphs(arguments.paragraphs),
-                        [&](const Token& token) {
-                            result.tokens.push_back(token);
-                            correct(result.tokens.back().span);
-                            return true;
-                        });
-    });
     return result;
 }
 
@@ -123,22 +132,30 @@ public:
     }
 
     void take(AnalysedChunk analysed) {
-        const Chunk& chunk = analysed.text.chunk;
-        const std::string file = shown_file(files_[chunk.file]);
-        places_.enter(analysed.text);
-        if (chunk.first) tokens_.start_file(file);
-        const std::string complaint = places_.complaint(analysed.text, file);
-        if (!complaint.empty()) message(complaint);
-        for (Token& token : analysed.tokens) {
-            places_.shift(token.span);
-            tokens_.take(std::move(token));
-        }
-        tokens_.end_chunk();
+        begin(analysed.text);
+        for (Token& token : analysed.tokens) take(std::move(token));
         results_.write(analysed.records);
-        if (files_[chunk.file] == "-") results_.flush();
-        places_.leave(analysed.text);
-        if (chunk.trouble.empty()) return;
-        message(chunk.trouble);
+        end(analysed.text);
+    }
+
+    /// A chunk, its tokens one by one, and its end.
+    void begin(const ChunkText& text) {
+        const std::string file = shown_file(files_[text.chunk.file]);
+        places_.enter(text);
+        if (text.chunk.first) tokens_.start_file(file);
+        const std::string complaint = places_.complaint(text, file);
+        if (!complaint.empty()) message(complaint);
+    }
+    void take(Token token) {
+        places_.shift(token.span);
+        tokens_.take(std::move(token));
+    }
+    void end(const ChunkText& text) {
+        tokens_.end_chunk();
+        if (files_[text.chunk.file] == "-") results_.flush();
+        places_.leave(text);
+        if (text.chunk.trouble.empty()) return;
+        message(text.chunk.trouble);
         failed_ = true;
     }
 
@@ -158,11 +175,24 @@ private:
 };
 
 int analyze_tokens(const Checker& checker, const AnalyzeArguments& arguments) {
-    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs, arguments.records),
+    ChunkReader reader(arguments.files,
+                       chunk_ends(arguments.paragraphs, arguments.records),
                        ANALYSED_AT_ONCE);
     Report report(arguments, reader.files());
+    const std::size_t threads = thread_count(arguments.jobs);
+    if (threads == 1 && !arguments.records) {
+        // Tokens are written as they come: a line may be as long as it likes.
+        for (Chunk chunk; reader.next(chunk);) {
+            const ChunkText text(std::move(chunk), arguments.engine.encoding);
+            report.begin(text);
+            for_each_token(checker, arguments, text,
+                           [&](Token token) { report.take(std::move(token)); });
+            report.end(text);
+        }
+        return report.finish();
+    }
     OrderedJobs<Chunk, AnalysedChunk> jobs(
-        thread_count(arguments.jobs),
+        threads,
         [&](Chunk chunk) { return analysed(checker, arguments, std::move(chunk)); },
         [&](AnalysedChunk chunk) { report.take(std::move(chunk)); });
     for (Chunk chunk; reader.next(chunk);) jobs.add(std::move(chunk));
@@ -185,7 +215,8 @@ int analyze(const AnalyzeArguments& arguments) {
     wanted.paragraphs = arguments.paragraphs;
     wanted.jobs = arguments.jobs;
     wanted.files = arguments.files;
-    return status(render_texts(*checker, wanted, [](const std::string&) { return true; }));
+    return status(
+        render_texts(*checker, wanted, [](const std::string&) { return true; }));
 }
 
 void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
@@ -216,10 +247,10 @@ void add_output_options(CLI::App& command, AnalyzeArguments& arguments) {
     command.add_flag("--exit-zero", arguments.exit_zero,
                      "exit with status 0 also if something is no UTF-8");
     command
-        .add_option(
-            "--jobs", arguments.jobs,
-            "threads that analyse (default 1; 0: as many as there are cores); the output is "
-            "the same")
+        .add_option("--jobs", arguments.jobs,
+                    "threads that analyse (default 1; 0: as many as there are cores); "
+                    "the output is "
+                    "the same")
         ->type_name("N")
         ->check(CLI::Range(std::size_t{0}, MOST_THREADS).description(""));
 }

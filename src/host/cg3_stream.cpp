@@ -1,5 +1,5 @@
 // Sentences for vislcg3. Tests: tests/host/formats_test.cpp, and with vislcg3 itself
-// tests/tools/cg3_test.py.
+// tests/tools/outside_formats_test.py.
 #include <algorithm>
 #include <set>
 

@@ -1,5 +1,5 @@
 // Sentences in CoNLL-U (universaldependencies.org/format.html).
-// Tests: tests/host/formats_test.cpp, tests/tools/conllu_test.py.
+// Tests: tests/host/formats_test.cpp, tests/tools/outside_formats_test.py.
 #include <algorithm>
 #include <map>
 #include <string>

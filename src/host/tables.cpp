@@ -68,17 +68,21 @@ std::optional<std::string> add_table(std::string_view line,
     return std::nullopt;
 }
 
-/// What is wrong with the file of a table; empty if nothing shows.
-std::string defect_of(const std::string& path) {
+/// What is wrong with a compiled table that did not load.
+std::string defect_of_compiled(const std::string& path) {
+    std::string bytes;
+    if (const auto problem = read_file(path, LARGEST_TABLE, bytes)) return problem->reason;
+    const std::string defect = compiled_table_defect(bytes);
+    return "unusable compiled table: " + (defect.empty() ? "it has no states" : defect);
+}
+
+/// What is wrong with the file of a table, as far as its beginning shows. A compiled table is
+/// examined when it's loaded, and only then: that takes longer than all else at the start.
+std::string defect_of(const std::string& path, bool& compiled) {
     std::string start;
     if (const auto problem = read_start(path, 64, start)) return problem->reason;
-    if (is_compiled_table(start)) {
-        std::string bytes;
-        if (const auto problem = read_file(path, LARGEST_TABLE, bytes))
-            return problem->reason;
-        const std::string defect = compiled_table_defect(bytes);
-        return defect.empty() ? "" : "unusable compiled table: " + defect;
-    }
+    compiled = is_compiled_table(start);
+    if (compiled) return "";
     if (path.find("SARE8") != path.npos) return "";  // enciphered
     const bool digit = !start.empty() && start[0] >= '0' && start[0] <= '9';
     return digit || start.compare(0, 5, "final") == 0
@@ -160,13 +164,16 @@ std::optional<Problem> read_configuration(const std::string& path,
 std::optional<Problem> load_network(const ListedTable& listed,
                                     const std::string& configuration,
                                     std::unique_ptr<Sarea>& network) {
-    if (const std::string defect = defect_of(listed.path); !defect.empty()) {
+    bool compiled = false;
+    if (const std::string defect = defect_of(listed.path, compiled); !defect.empty()) {
         return Problem{configuration, listed.line, listed.path + ": " + defect};
     }
     auto table = std::make_unique<Taula>();
     table->fitxategia = listed.path;
     if (!load_table(*table)) {
-        return Problem{configuration, listed.line, listed.path + ": cannot be loaded"};
+        const std::string defect =
+            compiled ? defect_of_compiled(listed.path) : std::string("cannot be loaded");
+        return Problem{configuration, listed.line, listed.path + ": " + defect};
     }
     network = std::make_unique<Sarea>(listed.key, listed.path, table.release());
     return std::nullopt;

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstring>
@@ -98,49 +99,62 @@ std::string defect_of_header(std::string_view image, Header& header) {
     return "";
 }
 
-/// Finds the blocks of all states, then asks whether every arc leads to one.
+/// What an arc of each label says of it: the first byte of its lower symbol, and LONG. One more
+/// stands behind the last.
+std::vector<std::uint16_t> descriptions_of_labels(const PackedView& view) {
+    std::vector<std::uint16_t> result(view.label_count + std::size_t{1});
+    for (std::uint32_t label = 0; label < view.label_count; ++label) {
+        const PackedLabel& symbols = view.labels[label];
+        const std::uint8_t first = symbols.lower_size == 0
+                                       ? std::uint8_t{0}
+                                       : static_cast<std::uint8_t>(view.pool[symbols.lower_at]);
+        result[label] = static_cast<std::uint16_t>(
+            first | (symbols.is_long(first) ? PackedArc::LONG : 0));
+    }
+    return result;
+}
+
+/// Goes through the blocks of all states, and asks whether every arc leads to one, has a label
+/// and tells the truth about it. Runs over a whole table whenever an engine starts, so it looks
+/// at each arc once and gathers what is wrong; where arcs lead is compared at the end with where
+/// states begin, a bit for each place.
 std::string defect_of_states(const PackedView& view) {
     const std::uint64_t size = 4 * std::uint64_t{view.states_size};
-    std::vector<bool> begins(view.states_size);
-    std::uint64_t arcs = 0;
-    StateRef ref = 0;
+    const std::vector<std::uint16_t> said = descriptions_of_labels(view);
+    std::vector<std::uint64_t> begins(view.states_size / 64 + 1), targets(begins.size());
+    bool outside = false, nameless = false, misdescribed = false;
+    std::uint64_t arcs = 0, at = 0;
     for (std::uint32_t i = 0; i < view.state_count; ++i) {
-        const std::uint64_t at = 4 * static_cast<std::uint64_t>(ref);
         if (at + 4 > size || (view.states[at] == PackedView::MANY_ARCS && at + 8 > size)) {
             return "a state lies outside its part";
         }
-        const PackedState state = view.state(ref);
+        const std::uint64_t place = at / 4;
+        const PackedState state = view.state(static_cast<StateRef>(place));
         const std::uint64_t head = state.count < PackedView::MANY_ARCS
                                        ? (state.count + 4u) & ~std::uint64_t{3}
                                        : 8 + ((state.count + std::uint64_t{3}) & ~std::uint64_t{3});
-        const std::uint64_t end = at + head + sizeof(PackedArc) * std::uint64_t{state.count};
-        if (end > size || end / 4 > std::uint64_t{INT32_MAX}) return "a state is too large";
-        begins[static_cast<std::size_t>(ref)] = true;
+        at += head + sizeof(PackedArc) * std::uint64_t{state.count};
+        if (at > size || at / 4 > std::uint64_t{INT32_MAX}) return "a state is too large";
+        begins[place / 64] |= std::uint64_t{1} << place % 64;
         arcs += state.count;
-        ref = static_cast<StateRef>(end / 4);
-    }
-    if (4 * static_cast<std::uint64_t>(ref) != size || arcs != view.arc_count) {
-        return "the states do not fill their part";
-    }
-    ref = 0;
-    for (std::uint32_t i = 0; i < view.state_count; ++i, ref = view.behind(ref)) {
-        const PackedState state = view.state(ref);
         for (std::uint32_t k = 0; k < state.count; ++k) {
-            const StateRef target = state.arcs[k].target;
-            if (target >= 0 && (static_cast<std::uint32_t>(target) >= view.states_size ||
-                                !begins[static_cast<std::size_t>(target)])) {
-                return "an arc leads to no state";
+            const PackedArc& arc = state.arcs[k];
+            if (arc.target >= 0) {
+                const auto target = static_cast<std::uint32_t>(arc.target);
+                const bool inside = target < view.states_size;
+                outside |= !inside;
+                targets[inside ? target / 64 : 0] |= std::uint64_t{inside} << target % 64;
             }
-            const std::uint32_t label = view.label_of(state.arcs[k]);
-            if (label >= view.label_count) return "an arc has no label";
-            const PackedLabel& symbols = view.labels[label];
-            const std::uint8_t first =
-                symbols.lower_size == 0 ? std::uint8_t{0}
-                                        : static_cast<std::uint8_t>(view.pool[symbols.lower_at]);
-            if (state.first[k] != first || state.arcs[k].is_long() != symbols.is_long(first)) return "an arc is misdescribed";
+            const std::uint32_t label = std::min(view.label_of(arc), view.label_count);
+            nameless |= label == view.label_count;
+            misdescribed |= said[label] != (state.first[k] | (arc.label & PackedArc::LONG));
         }
     }
-    return "";
+    if (at != size || arcs != view.arc_count) return "the states do not fill their part";
+    for (std::size_t i = 0; i < begins.size(); ++i) outside |= (targets[i] & ~begins[i]) != 0;
+    if (outside) return "an arc leads to no state";
+    if (nameless) return "an arc has no label";
+    return misdescribed ? "an arc is misdescribed" : "";
 }
 
 /// A sound view lets no search read outside the image.

@@ -338,7 +338,7 @@ void LazyTransducer::prepare() {
     }
     step_ = std::make_unique<Builder>(*this);
     ends_of_step_ = std::make_unique<Builder>(*this);
-    ends_.resize(MOST_NODES / NODES_OF_CHUNK);
+    infos_.resize(MOST_NODES / NODES_OF_CHUNK);
     places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
     nodes_.assign(1 << 8, UNKNOWN);
     grow(FIRST_SLOTS);
@@ -366,35 +366,29 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, con
     bool insist = false;
     for (; stop.at < text.size(); ++stop.at) {
         const std::uint8_t byte = lowered(static_cast<std::uint8_t>(text[stop.at]));
-        const std::uint32_t key = key_of(stop.node, byte);
-        Slots::Found step = slots->find(key);
-        if ((step.next & NUMBER) == 0) {
-            step.next = ask_again(stop.node, byte, insist);
-            if (step.next > DEAD) {
-                slots = slots_.load(std::memory_order_acquire);
-                step = slots->find(key);
-            }
+        Step taken = step(*slots, stop.node, byte);
+        if ((taken.next & NUMBER) == 0) {
+            taken = ask_again(stop.node, byte, insist);
+            slots = slots_.load(std::memory_order_acquire);
         }
-        if (step.next <= DEAD) return step.next;
-        if (ways != nullptr) {
-            ways[stop.at] = slots->ways[step.slot].load(std::memory_order_relaxed);
-        }
-        stop.node = step.next;
+        if (taken.next <= DEAD) return taken.next;
+        if (ways != nullptr) ways[stop.at] = taken.ways;
+        stop.node = taken.next;
     }
     return stop.node;
 }
 
 /// A step that `read` did not find. Nobody waits here: while another thread makes steps, the
 /// walk is asked.
-LazyTransducer::Node LazyTransducer::ask_again(Node node, std::uint8_t byte, bool& insist) {
-    if (!reads_[byte]) return DEAD;
+LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, bool& insist) {
+    if (!reads_[byte]) return {DEAD, nullptr};
     const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
-    if (!lock || !has_room()) return TOO_MANY;
-    const Node known = all_slots_.back()->find(key_of(node, byte)).next;
-    if ((known & NUMBER) != 0) return known;
-    if (known == UNKNOWN && !insist) {
-        set(key_of(node, byte), ASKED, nullptr);
-        return TOO_MANY;
+    if (!lock || !has_room()) return {TOO_MANY, nullptr};
+    const Step known = step(*all_slots_.back(), node, byte);
+    if ((known.next & NUMBER) != 0) return known;
+    if (known.next == UNKNOWN && !insist) {
+        set(node, byte, {ASKED, nullptr});
+        return {TOO_MANY, nullptr};
     }
     insist = true;  // the rest of this word too
     return build(node, byte);
@@ -403,9 +397,9 @@ LazyTransducer::Node LazyTransducer::ask_again(Node node, std::uint8_t byte, boo
 LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
     if (!reads_[byte]) return DEAD;
     const std::lock_guard<std::mutex> lock(mutex_);
-    const Node known = all_slots_.back()->find(key_of(node, byte)).next;
+    const Node known = step(*all_slots_.back(), node, byte).next;
     if ((known & NUMBER) != 0) return known;
-    return has_room() ? build(node, byte) : TOO_MANY;
+    return has_room() ? build(node, byte).next : TOO_MANY;
 }
 
 /// The node behind some bytes of a word, once the steps to it have been made.
@@ -444,14 +438,14 @@ Answer LazyTransducer::finish(Node node, std::string_view rest, bool small) {
         .run(places_.data() + begin, places_begin_[number + 1] - begin);
 }
 
-LazyTransducer::Node LazyTransducer::build(Node node, std::uint8_t byte) {
+LazyTransducer::Step LazyTransducer::build(Node node, std::uint8_t byte) {
     Builder& built = *step_;
     built.step(node, byte);
     const Piece* ways = built.failed ? nullptr : keep(built.pieces);
     Node next = TOO_MANY;
     if (!built.failed && (ways != nullptr || built.pieces.empty())) next = node_of(built);
-    set(key_of(node, byte), next, ways);
-    return next;
+    set(node, byte, {next, ways});
+    return {next, ways};
 }
 
 LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
@@ -477,9 +471,9 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
                 : (piece.path & (CAPITAL | NAME)) != 0 ? ENDS_AS_NAME
                                                        : ENDS_CLEAN;
     }
-    std::unique_ptr<Ends[]>& chunk = ends_[number / NODES_OF_CHUNK];
-    if (chunk == nullptr) chunk.reset(new Ends[NODES_OF_CHUNK]);
-    chunk[number % NODES_OF_CHUNK] = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
+    std::unique_ptr<NodeInfo[]>& chunk = infos_[number / NODES_OF_CHUNK];
+    if (chunk == nullptr) chunk.reset(new NodeInfo[NODES_OF_CHUNK]);
+    chunk[number % NODES_OF_CHUNK].ends = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
     places_.insert(places_.end(), built.places.begin(), built.places.end());
     places_begin_.push_back(places_.size());
     nodes_[slot] = node;
@@ -545,13 +539,20 @@ void LazyTransducer::grow_jumps(std::size_t size) {
     jumps_.store(all_jumps_.back().get(), std::memory_order_release);
 }
 
-void LazyTransducer::set(std::uint32_t key, Node next, const Piece* ways) {
+void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {
+    const std::uint64_t next = static_cast<std::uint32_t>(step.next);
+    NodeInfo& info = info_of(node);
+    if (step.next > DEAD && step.next != ASKED && info.first.load(std::memory_order_relaxed) == 0) {
+        info.first_ways.store(step.ways, std::memory_order_relaxed);
+        info.first.store((byte + std::uint64_t{1}) << 32 | next, std::memory_order_release);
+        return;
+    }
     const Slots& slots = *all_slots_.back();
+    const std::uint32_t key = key_of(node, byte);
     const Slots::Found found = slots.find(key);
     if (found.next == UNKNOWN) ++slots_used_;
-    slots.ways[found.slot].store(ways, std::memory_order_relaxed);
-    slots.heads[found.slot].store(std::uint64_t{key} << 32 | static_cast<std::uint32_t>(next),
-                                  std::memory_order_release);
+    slots.ways[found.slot].store(step.ways, std::memory_order_relaxed);
+    slots.heads[found.slot].store(std::uint64_t{key} << 32 | next, std::memory_order_release);
 }
 
 /// A lasting copy of pieces, null if there are none, or too many in all.

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Reads what `lemara analyze` writes for other programs as they read it: formats_test.py
+"""Reads what `lemara analyze` writes for other programs as they read it: outside_formats_test.py
 PATH-OF-LEMARA. `--format cg3` goes through vislcg3 and cg-conv (Debian package cg3),
 `--format conllu` through a validator of the format's rules. The tables are those of the build.
 """
