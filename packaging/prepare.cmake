@@ -1,6 +1,7 @@
 # Run by cpack on the tree of files to be packed, one folder a component: takes the search paths
 # out of programs, which find their library where the system keeps it, adds copyright and
-# changelog, and compresses what Debian wants compressed.
+# changelog, compresses what Debian wants compressed, and puts the completions of zsh where
+# Debian's zsh looks for those of packages.
 find_program(GZIP gzip REQUIRED)
 
 function(compress folder)
@@ -32,5 +33,8 @@ foreach(pair IN LISTS CPACK_LEMARA_PACKAGES)
                   COMMAND_ERROR_IS_FATAL ANY)
   if(IS_DIRECTORY "${tree}/usr/share/man")
     compress("${tree}/usr/share/man")
+  endif()
+  if(IS_DIRECTORY "${tree}/usr/share/zsh/site-functions")
+    file(RENAME "${tree}/usr/share/zsh/site-functions" "${tree}/usr/share/zsh/vendor-completions")
   endif()
 endforeach()

@@ -112,6 +112,7 @@ lemara_reading shown_as(const lemara::Reading& reading, const char* form) {
     shown.better = reading.better.c_str();
     shown.instead = reading.instead.c_str();
     shown.source = reading.source.c_str();
+    shown.case_class = reading.case_class;
     return shown;
 }
 
@@ -337,17 +338,17 @@ lemara_status lemara_tokens_reading(const lemara_tokens* tokens, size_t index,
 void lemara_tokens_free(lemara_tokens* tokens) { delete tokens; }
 
 lemara_status lemara_render(const lemara_checker* checker, const char* paragraph,
-                            size_t length, lemara_format format, int variants,
+                            size_t length, lemara_format format, int variants, int number,
                             lemara_strings** markup, lemara_error** error) {
     return guarded(error, [&] {
         if (checker == nullptr || paragraph == nullptr || markup == nullptr) {
             return bad(error, NULL_ARGUMENT);
         }
-        for (const auto& [number, wanted] : FORMATS) {
-            if (number != format) continue;
-            return string_of(
-                checker->checker->render({paragraph, length}, wanted, variants != 0),
-                markup);
+        for (const auto& [known, wanted] : FORMATS) {
+            if (known != format) continue;
+            return string_of(checker->checker->render({paragraph, length}, wanted,
+                                                      variants != 0, number),
+                             markup);
         }
         return bad(error, "no such format");
     });

@@ -157,6 +157,7 @@ PYBIND11_MODULE(_lemara, m) {
         .def_readonly("better", &lemara::Reading::better)
         .def_readonly("instead", &lemara::Reading::instead)
         .def_readonly("source", &lemara::Reading::source)
+        .def_readonly("case_class", &lemara::Reading::case_class)
         .def("__repr__", [](const lemara::Reading& r) {
             return py::str("Reading({!r}, {!r})").format(r.lemma, r.tags);
         });
@@ -287,17 +288,17 @@ PYBIND11_MODULE(_lemara, m) {
         .def(
             "render",
             [](const PyChecker& c, const std::string& paragraph,
-               const std::string& format, bool variants) {
+               const std::string& format, bool variants, int number) {
                 const lemara::Format wanted = format_named(format);
                 std::string markup;
                 {
                     const py::gil_scoped_release unlocked;
-                    markup = c.checker->render(paragraph, wanted, variants);
+                    markup = c.checker->render(paragraph, wanted, variants, number);
                 }
                 return text_of(markup);
             },
             py::arg("paragraph"), py::arg("format") = "multext",
-            py::arg("variants") = false,
+            py::arg("variants") = false, py::arg("number") = 1,
             "A paragraph in one of the mark-ups: \"multext\", \"cg3\", \"ikute\", "
             "\"zuzenlex\", or \"markup\", a verdict for each token.")
         .def(

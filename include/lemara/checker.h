@@ -224,7 +224,7 @@ public:
     /// A paragraph in one of the engine's own mark-ups, which escape nothing. Foreign
     /// words show as "*"; lemara/formats.h and lemara/json.h have formats that hold them.
     /// `variants` adds the values of recommendations, and to Format::check the proposals.
-    /// `number` is that of the paragraph, where the mark-up shows it.
+    /// `number` is that of the paragraph, which Format::check always shows as 0.
     std::string render(std::string_view paragraph, Format format, bool variants,
                        int number = 1) const;
 

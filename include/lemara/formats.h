@@ -23,8 +23,8 @@ namespace lemara {
 /// The cohort holds the word as written. `id` is the place of the reading among the
 /// token's own, from 1; readings that read alike are written once. HAS_MAI: the word
 /// begins with a capital; DEN_MAI: all of it is capitals, or has no letter. With `values`
-/// <s=SOURCE>, <h=BETTER> and <e=INSTEAD> follow. An unknown word has the reading "WORD"
-/// EZZG, and <foreign> behind it if it was kept from the tables.
+/// `<s=SOURCE>`, `<h=BETTER>` and `<e=INSTEAD>` follow. An unknown word has the reading
+/// "WORD" EZZG, and `<foreign>` behind it if it was kept from the tables.
 [[gnu::visibility("default")]] std::string to_cg3(const std::vector<Token>& sentence,
                                                   std::size_t paragraph,
                                                   std::size_t number, bool values);

@@ -152,6 +152,7 @@ typedef struct lemara_reading {
     const char* better;  /**< the recommended lemma, or empty */
     const char* instead; /**< the lemma to use instead, or empty */
     const char* source;  /**< where the recommendation is from, or empty */
+    int case_class;      /**< 1: the word begins with a capital; 2: no small letter */
 } lemara_reading;
 
 /** A token of a text: a word, a sign, or a unit of several words. */
@@ -280,11 +281,13 @@ LEMARA_API void lemara_tokens_free(lemara_tokens* tokens);
 
 /** A paragraph in one of the engine's own mark-ups, which escape nothing, as a list of
  * one string. Foreign words and addresses show as "*". `variants` that are not 0 add the
- * values of recommendations, and to LEMARA_MARKUP the proposals. */
+ * values of recommendations, and to LEMARA_MARKUP the proposals. `number` is that of the
+ * paragraph, which LEMARA_MARKUP always shows as 0. */
 LEMARA_API lemara_status lemara_render(const lemara_checker* checker,
                                        const char* paragraph, size_t length,
                                        lemara_format format, int variants,
-                                       lemara_strings** markup, lemara_error** error);
+                                       int number, lemara_strings** markup,
+                                       lemara_error** error);
 
 /** 1 in `valid` if a check of the word alone has no finding. */
 LEMARA_API lemara_status lemara_valid(const lemara_checker* checker, const char* word,

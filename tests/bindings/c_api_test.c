@@ -78,6 +78,7 @@ static void analyse_and_generate(const lemara_checker* checker) {
     EXPECT(strcmp(token.text, "Etxeak") == 0 && token.known && token.reading_count > 0);
     EXPECT(lemara_tokens_reading(tokens, 0, 0, &reading) == LEMARA_OK);
     EXPECT(strcmp(reading.lemma, "etxe") == 0 && strcmp(reading.form, "") == 0);
+    EXPECT(reading.case_class == 1);
     EXPECT(lemara_tokens_get(tokens, 1, &token) == LEMARA_OK && !token.known);
     EXPECT(lemara_tokens_reading(tokens, 1, 0, &reading) == LEMARA_BAD_ARGUMENT);
     lemara_tokens_free(tokens);
@@ -142,6 +143,7 @@ static void render_paragraphs(const lemara_checker* checker) {
         {LEMARA_CG3, 0, "\"<EBUK>\""},
         {LEMARA_IKUTE, 0, "<frm>bozo</frm>"},
         {LEMARA_ZUZENLEX, 0, "<frm>Etxeak</frm>"},
+        {LEMARA_ZUZENLEX, 0, "pzk=\"7\""},
         {LEMARA_MARKUP, 1, "<sugg>pozo</sugg>"},
     };
     size_t i;
@@ -149,17 +151,17 @@ static void render_paragraphs(const lemara_checker* checker) {
     lemara_error* error = NULL;
     for (i = 0; i < sizeof rows / sizeof *rows; ++i) {
         EXPECT(lemara_render(checker, "Etxeak bozo", 11, rows[i].format, rows[i].variants,
-                             &markup, NULL) == LEMARA_OK);
+                             7, &markup, NULL) == LEMARA_OK);
         EXPECT(lemara_strings_count(markup) == 1);
         EXPECT(strstr(lemara_strings_get(markup, 0), rows[i].piece) != NULL);
         EXPECT(lemara_strings_length(markup, 0) == strlen(lemara_strings_get(markup, 0)));
         lemara_strings_free(markup);
     }
-    EXPECT(lemara_render(checker, "bozo", 4, LEMARA_MARKUP, 0, &markup, NULL) ==
+    EXPECT(lemara_render(checker, "bozo", 4, LEMARA_MARKUP, 0, 1, &markup, NULL) ==
            LEMARA_OK);
     EXPECT(strstr(lemara_strings_get(markup, 0), "pozo") == NULL);
     lemara_strings_free(markup);
-    EXPECT(lemara_render(checker, "bozo", 4, (lemara_format)99, 0, &markup, &error) ==
+    EXPECT(lemara_render(checker, "bozo", 4, (lemara_format)99, 0, 1, &markup, &error) ==
            LEMARA_BAD_ARGUMENT);
     EXPECT(strcmp(lemara_error_message(error), "no such format") == 0);
     lemara_error_free(error);

@@ -53,6 +53,7 @@ class CheckerTest(unittest.TestCase):
         self.assertEqual([t.text for t in tokens], ["Etxeak", "bozo", "."])
         self.assertEqual([t.known for t in tokens], [True, False, True])
         self.assertEqual({r.lemma for r in tokens[0].readings}, {"etxe"})
+        self.assertEqual({r.case_class for r in tokens[0].readings}, {1})
         self.assertIn("etxeak", [f.form for f in self.checker.generate("etxe", "IZE")])
 
     def test_hands_out_one_by_one(self):
@@ -79,6 +80,8 @@ class CheckerTest(unittest.TestCase):
         self.assertIn("\"<EBUK>\"", render("Etxeak bozo.", "cg3"))
         self.assertIn("<frm>bozo</frm>", render("Etxeak bozo.", "ikute"))
         self.assertNotEqual(render("Etxeak bozo.", "zuzenlex"), render("Etxeak bozo.", "ikute"))
+        self.assertIn('pzk="1"', render("bozo", "zuzenlex"))
+        self.assertIn('pzk="7"', render("bozo", "zuzenlex", number=7))
         self.assertNotIn("pozo", render("bozo", "markup"))
         self.assertIn("<sugg>pozo</sugg>", render("bozo", "markup", True))
         with self.assertRaisesRegex(ValueError, "zuzenlex"):

@@ -209,6 +209,12 @@ TEST(CheckerCheck, RendersInTheEnginesOwnMarkups) {
               std::string::npos);
     EXPECT_NE(checker->render("mai", Format::zuzenlex, false).find("<hobe>mahai</hobe>"),
               std::string::npos);
+    EXPECT_NE(checker->render("mai", Format::zuzenlex, false).find("pzk=\"1\""),
+              std::string::npos);
+    EXPECT_NE(checker->render("mai", Format::zuzenlex, false, 7).find("pzk=\"7\""),
+              std::string::npos);
+    EXPECT_NE(checker->render("mai", Format::check, false, 7).find("pzk=\"0\""),
+              std::string::npos);
 }
 
 TEST(CheckerCheck, ALongLineTakesNoMoreMemoryThanAShortOne) {

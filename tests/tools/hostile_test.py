@@ -21,7 +21,8 @@ DICTIONARY = b"blog\t<ARR>\t\t\tHP\n" * 20  # more bytes than the smallest limit
 class Hostile(World):
     READERS = [("check",), ("check", "--jobs", "2"), ("check", "--format", "zuzenlex"),
                ("fix", "--yes-better"), ("analyze",), ("analyze", "--format", "cg3"),
-               ("analyze", "--format", "conllu"), ("analyze", "--jsonl"), ("coverage",), ("dict", "import"),
+               ("analyze", "--format", "conllu"), ("analyze", "--jsonl"), ("coverage",),
+               ("dict", "import"),
                ("table", "check"), ("table", "stats"), ("table", "compile", "-o", "out"),
                ("table", "convert", "-o", "out"), ("table", "text", "-o", "out")]
 
