@@ -112,7 +112,8 @@ void aldatuMaiuskulakLow(const char* goikoa, char* behekoa) {
     // Kept on purpose: the two are compared index by index. Behind a letter that the form
     // inserted or dropped, only chance carries a capital over.
     for (; *behekoa != '\0' && *goikoa != '\0' && *goikoa != '<'; ++goikoa, ++behekoa) {
-        if (orbi_isupper(*goikoa) && *behekoa == *goikoa + 32) *behekoa = *goikoa;
+        const bool capital = *goikoa >= 'A' && *goikoa <= 'Z';
+        if (capital && *behekoa == *goikoa + 32) *behekoa = *goikoa;
     }
 }
 

@@ -66,7 +66,7 @@ bool lemara::has_entry_behind(const Lemara& engine, const Tokena& token) {
     const Sarea* network = find_network(engine.sareak, "eumorfo");
     const auto has_entry = [&](const std::string& start) {
         bool found = false;
-        for_each_entry(network, start, true, [&](Analisia&&) {
+        for_each_entry(network, start, [&](Analisia&&) {
             found = true;
             return false;
         });

@@ -100,7 +100,7 @@ bool Lemara::begins_entry(const std::string& word) const {
     std::string start = tolowercase(word) + ' ';
     const auto has_entry = [&] {
         bool found = false;
-        lemara::for_each_entry(find_network(MAIN_NETWORK), start, true, [&](Analisia&& entry) {
+        lemara::for_each_entry(find_network(MAIN_NETWORK), start, [&](Analisia&& entry) {
             found = is_entry_start(entry);
             return !found;
         });
@@ -114,8 +114,11 @@ bool Lemara::begins_entry(const std::string& word) const {
 }
 
 std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera, bool iragazi) const {
+    const Sarea* network = find_network(MAIN_NETWORK);
+    if (network == nullptr) return {};
+    if (!iragazi) return network->taula->sortuFormak(hasiera, "", true, false);
     std::vector<Analisia> entries;
-    lemara::for_each_entry(find_network(MAIN_NETWORK), hasiera, iragazi, [&](Analisia&& entry) {
+    lemara::for_each_entry(network, hasiera, [&](Analisia&& entry) {
         entries.push_back(std::move(entry));
         return true;
     });

@@ -12,21 +12,18 @@
 
 namespace lemara {
 
-/// Calls `visit` with each entry of a network that begins with `start`, until it answers false.
-/// `filtered`: without unknown forms, and without those whose form is one to be replaced. A
-/// null network has no entries.
+/// Calls `visit` with each entry of a network that begins with `start`, until it answers false:
+/// without unknown forms, and without those whose form is one to be replaced. A null network has
+/// no entries.
 template <class Visit>
-void for_each_entry(const Sarea* network, const std::string& start, bool filtered,
-                    Visit visit) {
+void for_each_entry(const Sarea* network, const std::string& start, Visit visit) {
     if (network == nullptr) return;
     const Taula& table = *network->taula;
     for_each_form(table, start, true, [&](Analisia&& entry) {
-        if (filtered) {
-            if (contains(entry.etiketa, "EZZG")) return true;
-            // The first analysis alone decides whether the form is one to be replaced.
-            const std::optional<Analisia> first = first_analysis(table, entry.forma);
-            if (!first || !first->erabili.empty()) return true;
-        }
+        if (contains(entry.etiketa, "EZZG")) return true;
+        // The first analysis alone decides whether the form is one to be replaced.
+        const std::optional<Analisia> first = first_analysis(table, entry.forma);
+        if (!first || !first->erabili.empty()) return true;
         return visit(std::move(entry));
     });
 }

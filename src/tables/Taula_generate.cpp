@@ -24,11 +24,13 @@ auto recorder(const std::string& network, Take take) {
     };
 }
 
+/// The same for a vector, in place: a record is large to move.
 auto collector(std::vector<Analisia>& records, const std::string& network) {
-    return recorder(network, [&records](Analisia&& record) {
-        records.push_back(std::move(record));
+    return [&](const char* upper, std::size_t size, lemara::PathText& lower) {
+        aldatuMaiuskulakLow(upper, const_cast<char*>(lower.c_str()));
+        records.emplace_back(std::string(upper, size), network).forma = lower.view();
         return true;
-    });
+    };
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ namespace {
 
 // A byte that no text table begins with, a name, and line ends that a transfer as text breaks.
 constexpr char MAGIC[8] = {'\x89', 'L', 'M', 'R', '\r', '\n', '\x1a', '\n'};
-constexpr std::uint32_t VERSION = 1;
+constexpr std::uint32_t VERSION = 2;
 constexpr std::uint32_t ORDER = 0x01020304;
 constexpr std::uint32_t OTHER_ORDER = 0x04030201;
 

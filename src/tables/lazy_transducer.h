@@ -157,7 +157,7 @@ private:
     static constexpr Node UNKNOWN = 0;
     static constexpr Node ASKED = ENDS_CLEAN;  // of node 0, which is none
 
-    static constexpr std::size_t FIRST_SLOTS = std::size_t{1} << 12;
+    static constexpr std::size_t FIRST_SLOTS = std::size_t{1} << 10;
     static constexpr std::size_t MOST_SLOTS = std::size_t{1} << 20;
     static constexpr Node MOST_NODES = 1 << 18;
     static constexpr std::size_t NODES_OF_CHUNK = 1 << 10;

@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "Egoera.h"
+#include "analysis/text_pieces.h"
 
 namespace lemara {
 namespace {
@@ -242,6 +243,16 @@ private:
     std::unordered_map<std::string, std::uint32_t> label_ids_, symbol_places_;
 };
 
+/// True if a text holds a tag in part.
+bool is_loose(std::string_view text) {
+    bool open = false;
+    for (const char c : text) {
+        if (c == (open ? '<' : '>')) return true;
+        if (c == '<' || c == '>') open = !open;
+    }
+    return open;
+}
+
 }  // namespace
 
 void PackedLabel::describe(std::string_view upper, std::string_view lower) {
@@ -256,6 +267,10 @@ void PackedLabel::describe(std::string_view upper, std::string_view lower) {
     written_first =
         written_size == 0 ? std::uint8_t{0} : static_cast<std::uint8_t>(upper[0]);
     flags = upper.find('<') == std::string_view::npos ? std::uint8_t{0} : HAS_OPEN;
+    for (const char* tag : {"<ELI_IZE", "<PSP", "<AUR>", "<ADL>", "<Rare>"}) {
+        if (contains(upper, tag)) flags |= SHUTS;
+    }
+    if (is_loose(upper)) flags |= LOOSE;
     unused = 0;
 }
 

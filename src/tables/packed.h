@@ -31,7 +31,10 @@ namespace lemara {
 
 /// Where the symbols of a label stand in the pool.
 struct PackedLabel {
-    static constexpr std::uint8_t HAS_OPEN = 1;  // the upper symbol holds a "<"
+    // What a generation asks of an upper symbol.
+    static constexpr std::uint8_t HAS_OPEN = 1;  // it holds a "<"
+    static constexpr std::uint8_t SHUTS = 2;     // a tag that may shut a path out
+    static constexpr std::uint8_t LOOSE = 4;     // part of a tag, whose rest another may hold
 
     std::uint32_t upper_at, upper_size;
     std::uint32_t lower_at, lower_size;

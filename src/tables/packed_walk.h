@@ -310,6 +310,7 @@ public:
     void start_with(std::string_view upper, std::string_view lower) {
         upper_.append(upper);
         lower_.append(lower);
+        loose_ = !upper.empty();
     }
 
     /// Calls `emit` with the upper string and the form of each result, in order, until it
@@ -327,7 +328,8 @@ public:
         const StateRef ref = table_.find(start);
         if (ref < 0 || !agrees) return;
         Frame first;
-        if (!enter(ref, 0, emit, first)) return;
+        if (!enter(ref, 0, loose_, emit, first)) return;
+        first.loose = loose_;
         (table_.cycles & ANY_CYCLES) != 0 ? search<true>(first, emit)
                                           : search<false>(first, emit);
     }
@@ -345,6 +347,7 @@ private:
         std::uint32_t upper, lower;
         std::uint32_t last_open;  // index behind the last "<" of the upper text; 0: none
         StateRef state;
+        bool loose;               // it may hold a tag whose rest is still to come
     };
 
     /// True if the part of the upper text from `from` on completes a text that shuts the path
@@ -358,9 +361,11 @@ private:
     }
 
     /// Judges the path on entry to `state`; the upper text agrees with the target, and is
-    /// new from `from` on. True if its arcs are to be searched.
+    /// new from `from` on. `suspect` says that what is new may shut the path out: where all
+    /// tags are whole, only a symbol that holds such a tag does. True if its arcs are to be
+    /// searched.
     template <class Emit>
-    bool enter(StateRef ref, std::size_t from, Emit& emit, Frame& frame) {
+    bool enter(StateRef ref, std::size_t from, bool suspect, Emit& emit, Frame& frame) {
         if (target_elided_ && upper_.size() == target_.size()) {
             result(emit);
             return false;
@@ -369,7 +374,9 @@ private:
             if (upper_.size() >= target_.size()) result(emit);
             return false;
         }
-        if (last_open_ + TAIL > from && last_open_ != 0 && is_shut_out(from)) return false;
+        if (suspect && last_open_ + TAIL > from && last_open_ != 0 && is_shut_out(from)) {
+            return false;
+        }
         const PackedState state = table_.state(ref);
         frame.arc = state.arcs;
         frame.end = state.arcs + state.count;
@@ -439,7 +446,9 @@ private:
                 last_open_ = current.upper + written.rfind('<') + 1;
             }
             Frame next;
-            if (!enter(target, current.upper, emit, next)) continue;
+            next.loose = current.loose || (label.flags & PackedLabel::LOOSE) != 0;
+            const bool suspect = next.loose || (label.flags & PackedLabel::SHUTS) != 0;
+            if (!enter(target, current.upper, suspect, emit, next)) continue;
             if (CAREFUL && revisits(current, next)) continue;
             if (frames_.size() >= PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.arc != current.end) frames_.push(current);
@@ -453,6 +462,7 @@ private:
     const bool target_postposition_;
     const bool stop_at_tag_;
     PathText upper_, lower_;
+    bool loose_ = false;         // the text in front of every result may end in a tag
     std::size_t last_open_ = 0;  // of the path being entered
     InlineStack<Frame, 32> frames_;
     Budget budget_;
