@@ -47,8 +47,16 @@ extern "C" {
     { .size = sizeof(type) }
 #endif
 
+/** Begins an enumeration that holds any int, in C++ as in C: a number that has no name
+ * here does no harm. */
+#ifdef __cplusplus
+#define LEMARA_ENUM(name) enum name : int
+#else
+#define LEMARA_ENUM(name) enum name
+#endif
+
 /** How a call went. */
-typedef enum lemara_status {
+typedef LEMARA_ENUM(lemara_status) {
     LEMARA_OK = 0,           /**< done */
     LEMARA_REFUSED = 1,      /**< the message tells why */
     LEMARA_BAD_ARGUMENT = 2, /**< null, an index too high, a structure without its size */
@@ -57,7 +65,7 @@ typedef enum lemara_status {
 } lemara_status;
 
 /** What there is to tell about a stretch of text. */
-typedef enum lemara_kind {
+typedef LEMARA_ENUM(lemara_kind) {
     LEMARA_UNKNOWN = 0,     /**< no source knows the word */
     LEMARA_BETTER_FORM = 1, /**< a deviant form; the forms are the standard ones */
     LEMARA_USE_INSTEAD = 2, /**< the forms are recommended in its place */
@@ -66,15 +74,15 @@ typedef enum lemara_kind {
     LEMARA_FOREIGN = 4 /**< holds a letter that the tables can't; on request alone */
 } lemara_kind;
 
-/** What separates paragraphs. */
-typedef enum lemara_paragraphs {
+/** What separates paragraphs. Any other number is read as LEMARA_LINES. */
+typedef LEMARA_ENUM(lemara_paragraphs) {
     LEMARA_LINES = 0,       /**< each line is a paragraph */
     LEMARA_BLANK_LINES = 1, /**< blank lines separate them */
     LEMARA_WHOLE = 2        /**< the text is one */
 } lemara_paragraphs;
 
-/** The mark-ups that lemara_render writes. */
-typedef enum lemara_format {
+/** The mark-ups that lemara_render writes. It refuses any other number. */
+typedef LEMARA_ENUM(lemara_format) {
     LEMARA_MULTEXT = 0,  /**< a line for each token, with its analyses */
     LEMARA_CG3 = 1,      /**< constraint grammar's stream */
     LEMARA_IKUTE = 2,    /**< the last problem word of each sentence */
@@ -195,7 +203,8 @@ typedef int (*lemara_take_token)(const lemara_token* token,
 LEMARA_API int lemara_api_version(void);
 /** The version of the library: "1.0.0". */
 LEMARA_API const char* lemara_version(void);
-/** "unknown", "better-form", "use-instead", "unit-start", "foreign". */
+/** "unknown", "better-form", "use-instead", "unit-start", "foreign"; "" for another
+ * number. */
 LEMARA_API const char* lemara_kind_name(lemara_kind kind);
 
 /** The text of an error; "" for null. */

@@ -83,6 +83,11 @@ static void analyse_and_generate(const lemara_checker* checker) {
     EXPECT(lemara_tokens_reading(tokens, 1, 0, &reading) == LEMARA_BAD_ARGUMENT);
     lemara_tokens_free(tokens);
 
+    EXPECT(lemara_analyze(checker, "Etxeak", 6, (lemara_paragraphs)99, &tokens, NULL) ==
+           LEMARA_OK);
+    EXPECT(lemara_tokens_count(tokens) == 1);
+    lemara_tokens_free(tokens);
+
     EXPECT(lemara_generate(checker, "etxe", 4, "IZE", &tokens, NULL) == LEMARA_OK);
     EXPECT(lemara_tokens_get(tokens, 0, &token) == LEMARA_OK && token.reading_count > 1);
     for (i = 0; i < token.reading_count; ++i) {
@@ -260,6 +265,7 @@ static void refuse_what_is_wrong(void) {
     EXPECT(lemara_check(NULL, "", 0, NULL, NULL, NULL) == LEMARA_BAD_ARGUMENT);
     EXPECT(lemara_findings_count(NULL) == 0);
     EXPECT(strcmp(lemara_error_message(NULL), "") == 0);
+    EXPECT(strcmp(lemara_kind_name((lemara_kind)99), "") == 0);
     lemara_error_free(NULL);
     lemara_findings_free(NULL);
     lemara_tokens_free(NULL);
