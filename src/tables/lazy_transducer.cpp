@@ -171,6 +171,7 @@ public:
     void clear() {
         places.clear();
         pieces.clear();
+        follows = 0;
         failed = false;
         arcs_ = 0;
     }
@@ -206,6 +207,7 @@ public:
 
     std::vector<Place> places;  // where the paths are behind the step
     std::vector<Piece> pieces;  // what each wrote; as many
+    std::uint16_t follows = 0;  // mask of what can be read there, or the end
     bool failed = false;        // a bound was passed
 
 private:
@@ -265,10 +267,13 @@ private:
         if (static_cast<std::uint8_t>(table_.pool[label.lower_at + read]) != byte_) return;
         if (read + 1 < label.lower_size) {
             failed = failed || read + 1 == MOST_READ;
+            follows |= table_.bit_of(
+                static_cast<std::uint8_t>(table_.pool[label.lower_at + read + 1]));
             add(in_arc(place_of(arc), read + 1, path), {});
             return;
         }
         const std::uint8_t behind = with_label(path, owner_.label_traits_[number]);
+        follows |= arc.follows;
         add(arc.target < 0 ? AT_END | behind : in_state(arc.target, behind), table_.upper(number));
     }
 
@@ -334,7 +339,10 @@ LazyTransducer::~LazyTransducer() = default;
 void LazyTransducer::prepare() {
     for (std::uint32_t label = 0; label < table_.label_count; ++label) {
         label_traits_.push_back(traits_of(table_.upper(label)));
-        for (const char c : table_.lower(label)) reads_[static_cast<std::uint8_t>(c)] = true;
+        for (const char c : table_.lower(label)) {
+            const auto byte = static_cast<std::uint8_t>(c);
+            follow_bit_[byte] = 1 << (FOLLOWS_AT + table_.byte_class[byte] % FOLLOW_CLASSES);
+        }
     }
     step_ = std::make_unique<Builder>(*this);
     ends_of_step_ = std::make_unique<Builder>(*this);
@@ -354,6 +362,7 @@ LazyTransducer::Node LazyTransducer::make_start() {
     if ((table_.cycles & EMPTY_CYCLES) == 0) {
         prepare();
         if (table_.state_count > 0) step_->places.push_back(in_state(0, NOTHING_WRITTEN));
+        step_->follows = static_cast<std::uint16_t>(~0u);  // no arc leads there to tell
         node = node_of(*step_);
     }
     start_.store(node, std::memory_order_release);
@@ -381,7 +390,6 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, con
 /// A step that `read` did not find. Nobody waits here: while another thread makes steps, the
 /// walk is asked.
 LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, bool& insist) {
-    if (!reads_[byte]) return {DEAD, nullptr};
     const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
     if (!lock || !has_room()) return {TOO_MANY, nullptr};
     const Step known = step(*all_slots_.back(), node, byte);
@@ -395,7 +403,6 @@ LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, boo
 }
 
 LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
-    if (!reads_[byte]) return DEAD;
     const std::lock_guard<std::mutex> lock(mutex_);
     const Node known = step(*all_slots_.back(), node, byte).next;
     if ((known & NUMBER) != 0) return known;
@@ -466,6 +473,9 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
     if (ends.failed || (kept == nullptr && !ends.pieces.empty())) return TOO_MANY;
 
     auto node = static_cast<Node>(number);
+    for (int bit = 0; bit < PackedView::CLASS_OF_END; ++bit) {
+        if ((built.follows >> bit & 1) != 0) node |= 1 << (FOLLOWS_AT + bit % FOLLOW_CLASSES);
+    }
     for (const Piece& piece : ends.pieces) {
         node |= (piece.path & ODD) != 0                ? ENDS_ODD
                 : (piece.path & (CAPITAL | NAME)) != 0 ? ENDS_AS_NAME

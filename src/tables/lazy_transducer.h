@@ -39,7 +39,7 @@ enum class Answer {
 
 class LazyTransducer {
 public:
-    /// The number of a node, and above it how words end there.
+    /// The number of a node, and above it how words end there and which bytes can follow.
     using Node = std::int32_t;
 
     static constexpr Node DEAD = 1;       // no word goes on from here
@@ -147,11 +147,16 @@ public:
 
 private:
     // How words end in a node, above its number.
-    static constexpr Node ENDS_CLEAN = 1 << 24;    // a word, however it is typed
-    static constexpr Node ENDS_AS_NAME = 1 << 25;  // a word, unless it begins in small letters
-    static constexpr Node ENDS_ODD = 1 << 26;      // perhaps a word
+    static constexpr Node ENDS_CLEAN = 1 << 18;    // a word, however it is typed
+    static constexpr Node ENDS_AS_NAME = 1 << 19;  // a word, unless it begins in small letters
+    static constexpr Node ENDS_ODD = 1 << 20;      // perhaps a word
     static constexpr Node ENDS = ENDS_CLEAN | ENDS_AS_NAME | ENDS_ODD;
     static constexpr Node NUMBER = ENDS_CLEAN - 1;
+
+    // Above that a bit for each class of bytes that a step from the node may read. The commonest
+    // have a class of their own, so hardly a step in vain looks further than here.
+    static constexpr int FOLLOWS_AT = 21;
+    static constexpr int FOLLOW_CLASSES = 10;
 
     // Not asked for yet, and asked for once.
     static constexpr Node UNKNOWN = 0;
@@ -159,7 +164,7 @@ private:
 
     static constexpr std::size_t FIRST_SLOTS = std::size_t{1} << 10;
     static constexpr std::size_t MOST_SLOTS = std::size_t{1} << 20;
-    static constexpr Node MOST_NODES = 1 << 18;
+    static constexpr Node MOST_NODES = ENDS_CLEAN;
     static constexpr std::size_t NODES_OF_CHUNK = 1 << 10;
     static constexpr std::size_t PIECES_OF_CHUNK = 1 << 12;
     static constexpr std::size_t BYTES_OF_CHUNK = 1 << 14;
@@ -288,6 +293,7 @@ private:
     }
 
     Step step(const Slots& slots, Node node, std::uint8_t byte) const {
+        if ((node & follow_bit_[byte]) == 0) return {DEAD, nullptr};
         const NodeInfo& info = info_of(node);
         const std::uint64_t first = info.first.load(std::memory_order_acquire);
         if (first >> 32 == byte + std::uint64_t{1}) {
@@ -334,6 +340,7 @@ private:
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
     std::atomic<const Jumps*> jumps_{nullptr};
+    Node follow_bit_[256] = {};  // of bytes that the table reads at all
     std::vector<std::unique_ptr<NodeInfo[]>> infos_;  // by node, in chunks; never grows
 
     std::mutex mutex_;  // guards all below
@@ -342,7 +349,6 @@ private:
     std::vector<std::unique_ptr<Jumps>> all_jumps_;  // in the same way
     std::size_t jumps_used_ = 0;
     std::vector<std::uint8_t> label_traits_;
-    bool reads_[256] = {};                   // bytes that the table reads at all
     std::vector<Place> places_;              // of all nodes, one after the other
     std::vector<std::size_t> places_begin_;  // by node
     std::vector<Node> nodes_;                // by a hash of their places, open addressing
