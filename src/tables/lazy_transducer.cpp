@@ -346,7 +346,7 @@ void LazyTransducer::prepare() {
     }
     step_ = std::make_unique<Builder>(*this);
     ends_of_step_ = std::make_unique<Builder>(*this);
-    infos_.resize(MOST_NODES / NODES_OF_CHUNK);
+    ends_.resize(MOST_NODES / NODES_OF_CHUNK);
     places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
     nodes_.assign(1 << 8, UNKNOWN);
     grow(FIRST_SLOTS);
@@ -481,9 +481,9 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
                 : (piece.path & (CAPITAL | NAME)) != 0 ? ENDS_AS_NAME
                                                        : ENDS_CLEAN;
     }
-    std::unique_ptr<NodeInfo[]>& chunk = infos_[number / NODES_OF_CHUNK];
-    if (chunk == nullptr) chunk.reset(new NodeInfo[NODES_OF_CHUNK]);
-    chunk[number % NODES_OF_CHUNK].ends = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
+    std::unique_ptr<Ends[]>& chunk = ends_[number / NODES_OF_CHUNK];
+    if (chunk == nullptr) chunk.reset(new Ends[NODES_OF_CHUNK]);
+    chunk[number % NODES_OF_CHUNK] = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
     places_.insert(places_.end(), built.places.begin(), built.places.end());
     places_begin_.push_back(places_.size());
     nodes_[slot] = node;
@@ -551,12 +551,6 @@ void LazyTransducer::grow_jumps(std::size_t size) {
 
 void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {
     const std::uint64_t next = static_cast<std::uint32_t>(step.next);
-    NodeInfo& info = info_of(node);
-    if (step.next > DEAD && step.next != ASKED && info.first.load(std::memory_order_relaxed) == 0) {
-        info.first_ways.store(step.ways, std::memory_order_relaxed);
-        info.first.store((byte + std::uint64_t{1}) << 32 | next, std::memory_order_release);
-        return;
-    }
     const Slots& slots = *all_slots_.back();
     const std::uint32_t key = key_of(node, byte);
     const Slots::Found found = slots.find(key);

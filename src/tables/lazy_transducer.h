@@ -61,7 +61,9 @@ public:
     /// The node behind `byte`, lowered already. Makes it if there is none yet.
     Node next(Node node, std::uint8_t byte) {
         if (node <= DEAD) return node;
-        const Node known = step(*slots_.load(std::memory_order_acquire), node, byte).next;
+        if ((node & follow_bit_[byte]) == 0) return DEAD;
+        const Slots& slots = *slots_.load(std::memory_order_acquire);
+        const Node known = slots.find(key_of(node, byte)).next;
         return (known & NUMBER) != 0 ? known : make_next(node, byte);
     }
 
@@ -115,7 +117,7 @@ public:
         spelt.reach = stop.at;
         if ((last & ENDS) == 0) return true;
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
-        const Ends& ends = info_of(last).ends;
+        const Ends& ends = ends_of(last);
         spelt.most = ends.count;
         char text[LONGEST_TEXT];
         char* const end = text + LONGEST_TEXT - 1;
@@ -206,15 +208,7 @@ private:
         const Piece* ways;  // back, for each path behind it
     };
 
-    /// What is known of a node. Its first step stands here: most nodes have no other, and those
-    /// that a word made stand side by side.
-    struct NodeInfo {
-        std::atomic<std::uint64_t> first{0};  // the byte, one more, above the next node; written last
-        std::atomic<const Piece*> first_ways{nullptr};
-        Ends ends{nullptr, 0};
-    };
-
-    /// Where all other steps are found: open addressing by node and byte. A slot's key and next
+    /// Where steps are found: open addressing by node and byte. A slot's key and next
     /// node are one number, written last; only its owner, who holds the mutex, writes.
     struct Slots {
         explicit Slots(std::size_t size);
@@ -287,19 +281,13 @@ private:
         return static_cast<std::uint32_t>(node & NUMBER) << 8 | byte;
     }
 
-    NodeInfo& info_of(Node node) const {
+    const Ends& ends_of(Node node) const {
         const auto number = static_cast<std::size_t>(node & NUMBER);
-        return infos_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
+        return ends_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
     }
 
     Step step(const Slots& slots, Node node, std::uint8_t byte) const {
         if ((node & follow_bit_[byte]) == 0) return {DEAD, nullptr};
-        const NodeInfo& info = info_of(node);
-        const std::uint64_t first = info.first.load(std::memory_order_acquire);
-        if (first >> 32 == byte + std::uint64_t{1}) {
-            return {static_cast<Node>(static_cast<std::uint32_t>(first)),
-                    info.first_ways.load(std::memory_order_relaxed)};
-        }
         const Slots::Found found = slots.find(key_of(node, byte));
         return {found.next, slots.ways[found.slot].load(std::memory_order_relaxed)};
     }
@@ -341,7 +329,7 @@ private:
     std::atomic<const Slots*> slots_{nullptr};
     std::atomic<const Jumps*> jumps_{nullptr};
     Node follow_bit_[256] = {};  // of bytes that the table reads at all
-    std::vector<std::unique_ptr<NodeInfo[]>> infos_;  // by node, in chunks; never grows
+    std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
 
     std::mutex mutex_;  // guards all below
     std::vector<std::unique_ptr<Slots>> all_slots_;  // the last is in use; readers may be in others
