@@ -171,6 +171,7 @@ public:
     void clear() {
         places.clear();
         pieces.clear();
+        follows = 0;
         failed = false;
         arcs_ = 0;
     }
@@ -206,6 +207,7 @@ public:
 
     std::vector<Place> places;  // where the paths are behind the step
     std::vector<Piece> pieces;  // what each wrote; as many
+    std::uint16_t follows = 0;  // mask of what can be read there, or the end
     bool failed = false;        // a bound was passed
 
 private:
@@ -265,10 +267,13 @@ private:
         if (static_cast<std::uint8_t>(table_.pool[label.lower_at + read]) != byte_) return;
         if (read + 1 < label.lower_size) {
             failed = failed || read + 1 == MOST_READ;
+            follows |= table_.bit_of(
+                static_cast<std::uint8_t>(table_.pool[label.lower_at + read + 1]));
             add(in_arc(place_of(arc), read + 1, path), {});
             return;
         }
         const std::uint8_t behind = with_label(path, owner_.label_traits_[number]);
+        follows |= arc.follows;
         add(arc.target < 0 ? AT_END | behind : in_state(arc.target, behind), table_.upper(number));
     }
 
@@ -334,11 +339,14 @@ LazyTransducer::~LazyTransducer() = default;
 void LazyTransducer::prepare() {
     for (std::uint32_t label = 0; label < table_.label_count; ++label) {
         label_traits_.push_back(traits_of(table_.upper(label)));
-        for (const char c : table_.lower(label)) reads_[static_cast<std::uint8_t>(c)] = true;
+        for (const char c : table_.lower(label)) {
+            const auto byte = static_cast<std::uint8_t>(c);
+            follow_bit_[byte] = 1 << (FOLLOWS_AT + table_.byte_class[byte] % FOLLOW_CLASSES);
+        }
     }
     step_ = std::make_unique<Builder>(*this);
     ends_of_step_ = std::make_unique<Builder>(*this);
-    infos_.resize(MOST_NODES / NODES_OF_CHUNK);
+    ends_.resize(MOST_NODES / NODES_OF_CHUNK);
     places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
     nodes_.assign(1 << 8, UNKNOWN);
     grow(FIRST_SLOTS);
@@ -354,6 +362,7 @@ LazyTransducer::Node LazyTransducer::make_start() {
     if ((table_.cycles & EMPTY_CYCLES) == 0) {
         prepare();
         if (table_.state_count > 0) step_->places.push_back(in_state(0, NOTHING_WRITTEN));
+        step_->follows = static_cast<std::uint16_t>(~0u);  // no arc leads there to tell
         node = node_of(*step_);
     }
     start_.store(node, std::memory_order_release);
@@ -381,7 +390,6 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, con
 /// A step that `read` did not find. Nobody waits here: while another thread makes steps, the
 /// walk is asked.
 LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, bool& insist) {
-    if (!reads_[byte]) return {DEAD, nullptr};
     const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
     if (!lock || !has_room()) return {TOO_MANY, nullptr};
     const Step known = step(*all_slots_.back(), node, byte);
@@ -395,7 +403,6 @@ LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, boo
 }
 
 LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
-    if (!reads_[byte]) return DEAD;
     const std::lock_guard<std::mutex> lock(mutex_);
     const Node known = step(*all_slots_.back(), node, byte).next;
     if ((known & NUMBER) != 0) return known;
@@ -466,14 +473,17 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
     if (ends.failed || (kept == nullptr && !ends.pieces.empty())) return TOO_MANY;
 
     auto node = static_cast<Node>(number);
+    for (int bit = 0; bit < PackedView::CLASS_OF_END; ++bit) {
+        if ((built.follows >> bit & 1) != 0) node |= 1 << (FOLLOWS_AT + bit % FOLLOW_CLASSES);
+    }
     for (const Piece& piece : ends.pieces) {
         node |= (piece.path & ODD) != 0                ? ENDS_ODD
                 : (piece.path & (CAPITAL | NAME)) != 0 ? ENDS_AS_NAME
                                                        : ENDS_CLEAN;
     }
-    std::unique_ptr<NodeInfo[]>& chunk = infos_[number / NODES_OF_CHUNK];
-    if (chunk == nullptr) chunk.reset(new NodeInfo[NODES_OF_CHUNK]);
-    chunk[number % NODES_OF_CHUNK].ends = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
+    std::unique_ptr<Ends[]>& chunk = ends_[number / NODES_OF_CHUNK];
+    if (chunk == nullptr) chunk.reset(new Ends[NODES_OF_CHUNK]);
+    chunk[number % NODES_OF_CHUNK] = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
     places_.insert(places_.end(), built.places.begin(), built.places.end());
     places_begin_.push_back(places_.size());
     nodes_[slot] = node;
@@ -541,12 +551,6 @@ void LazyTransducer::grow_jumps(std::size_t size) {
 
 void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {
     const std::uint64_t next = static_cast<std::uint32_t>(step.next);
-    NodeInfo& info = info_of(node);
-    if (step.next > DEAD && step.next != ASKED && info.first.load(std::memory_order_relaxed) == 0) {
-        info.first_ways.store(step.ways, std::memory_order_relaxed);
-        info.first.store((byte + std::uint64_t{1}) << 32 | next, std::memory_order_release);
-        return;
-    }
     const Slots& slots = *all_slots_.back();
     const std::uint32_t key = key_of(node, byte);
     const Slots::Found found = slots.find(key);

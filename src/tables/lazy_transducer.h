@@ -39,7 +39,7 @@ enum class Answer {
 
 class LazyTransducer {
 public:
-    /// The number of a node, and above it how words end there.
+    /// The number of a node, and above it how words end there and which bytes can follow.
     using Node = std::int32_t;
 
     static constexpr Node DEAD = 1;       // no word goes on from here
@@ -61,7 +61,9 @@ public:
     /// The node behind `byte`, lowered already. Makes it if there is none yet.
     Node next(Node node, std::uint8_t byte) {
         if (node <= DEAD) return node;
-        const Node known = step(*slots_.load(std::memory_order_acquire), node, byte).next;
+        if ((node & follow_bit_[byte]) == 0) return DEAD;
+        const Slots& slots = *slots_.load(std::memory_order_acquire);
+        const Node known = slots.find(key_of(node, byte)).next;
         return (known & NUMBER) != 0 ? known : make_next(node, byte);
     }
 
@@ -115,7 +117,7 @@ public:
         spelt.reach = stop.at;
         if ((last & ENDS) == 0) return true;
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
-        const Ends& ends = info_of(last).ends;
+        const Ends& ends = ends_of(last);
         spelt.most = ends.count;
         char text[LONGEST_TEXT];
         char* const end = text + LONGEST_TEXT - 1;
@@ -147,11 +149,16 @@ public:
 
 private:
     // How words end in a node, above its number.
-    static constexpr Node ENDS_CLEAN = 1 << 24;    // a word, however it is typed
-    static constexpr Node ENDS_AS_NAME = 1 << 25;  // a word, unless it begins in small letters
-    static constexpr Node ENDS_ODD = 1 << 26;      // perhaps a word
+    static constexpr Node ENDS_CLEAN = 1 << 18;    // a word, however it is typed
+    static constexpr Node ENDS_AS_NAME = 1 << 19;  // a word, unless it begins in small letters
+    static constexpr Node ENDS_ODD = 1 << 20;      // perhaps a word
     static constexpr Node ENDS = ENDS_CLEAN | ENDS_AS_NAME | ENDS_ODD;
     static constexpr Node NUMBER = ENDS_CLEAN - 1;
+
+    // Above that a bit for each class of bytes that a step from the node may read. The commonest
+    // have a class of their own, so hardly a step in vain looks further than here.
+    static constexpr int FOLLOWS_AT = 21;
+    static constexpr int FOLLOW_CLASSES = 10;
 
     // Not asked for yet, and asked for once.
     static constexpr Node UNKNOWN = 0;
@@ -159,7 +166,7 @@ private:
 
     static constexpr std::size_t FIRST_SLOTS = std::size_t{1} << 10;
     static constexpr std::size_t MOST_SLOTS = std::size_t{1} << 20;
-    static constexpr Node MOST_NODES = 1 << 18;
+    static constexpr Node MOST_NODES = ENDS_CLEAN;
     static constexpr std::size_t NODES_OF_CHUNK = 1 << 10;
     static constexpr std::size_t PIECES_OF_CHUNK = 1 << 12;
     static constexpr std::size_t BYTES_OF_CHUNK = 1 << 14;
@@ -201,15 +208,7 @@ private:
         const Piece* ways;  // back, for each path behind it
     };
 
-    /// What is known of a node. Its first step stands here: most nodes have no other, and those
-    /// that a word made stand side by side.
-    struct NodeInfo {
-        std::atomic<std::uint64_t> first{0};  // the byte, one more, above the next node; written last
-        std::atomic<const Piece*> first_ways{nullptr};
-        Ends ends{nullptr, 0};
-    };
-
-    /// Where all other steps are found: open addressing by node and byte. A slot's key and next
+    /// Where steps are found: open addressing by node and byte. A slot's key and next
     /// node are one number, written last; only its owner, who holds the mutex, writes.
     struct Slots {
         explicit Slots(std::size_t size);
@@ -282,18 +281,13 @@ private:
         return static_cast<std::uint32_t>(node & NUMBER) << 8 | byte;
     }
 
-    NodeInfo& info_of(Node node) const {
+    const Ends& ends_of(Node node) const {
         const auto number = static_cast<std::size_t>(node & NUMBER);
-        return infos_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
+        return ends_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
     }
 
     Step step(const Slots& slots, Node node, std::uint8_t byte) const {
-        const NodeInfo& info = info_of(node);
-        const std::uint64_t first = info.first.load(std::memory_order_acquire);
-        if (first >> 32 == byte + std::uint64_t{1}) {
-            return {static_cast<Node>(static_cast<std::uint32_t>(first)),
-                    info.first_ways.load(std::memory_order_relaxed)};
-        }
+        if ((node & follow_bit_[byte]) == 0) return {DEAD, nullptr};
         const Slots::Found found = slots.find(key_of(node, byte));
         return {found.next, slots.ways[found.slot].load(std::memory_order_relaxed)};
     }
@@ -334,7 +328,8 @@ private:
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
     std::atomic<const Jumps*> jumps_{nullptr};
-    std::vector<std::unique_ptr<NodeInfo[]>> infos_;  // by node, in chunks; never grows
+    Node follow_bit_[256] = {};  // of bytes that the table reads at all
+    std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
 
     std::mutex mutex_;  // guards all below
     std::vector<std::unique_ptr<Slots>> all_slots_;  // the last is in use; readers may be in others
@@ -342,7 +337,6 @@ private:
     std::vector<std::unique_ptr<Jumps>> all_jumps_;  // in the same way
     std::size_t jumps_used_ = 0;
     std::vector<std::uint8_t> label_traits_;
-    bool reads_[256] = {};                   // bytes that the table reads at all
     std::vector<Place> places_;              // of all nodes, one after the other
     std::vector<std::size_t> places_begin_;  // by node
     std::vector<Node> nodes_;                // by a hash of their places, open addressing
