@@ -7,9 +7,15 @@
 namespace lemara {
 namespace {
 
-bool has_gap(std::string_view text) { return text.find_first_of(" -") != std::string_view::npos; }
+/// Asked for every candidate, so letter by letter: what is inserted is short.
+bool has_gap(std::string_view text) {
+    for (const char c : text) {
+        if (c == ' ' || c == '-') return true;
+    }
+    return false;
+}
 
-std::uint8_t lowered(char c) { return orbi_tolower(static_cast<unsigned char>(c)); }
+bool is_small(char c) { return c >= 'a' && c <= 'z'; }
 
 }  // namespace
 
@@ -38,11 +44,10 @@ CandidateJudge::CandidateJudge(const Lemara& engine, const std::string& word)
 
 Answer CandidateJudge::ask(const Network& network, const Edit& edit, bool small) const {
     LazyTransducer::Node node = network.prefixes[edit.at];
-    for (const char c : edit.inserted) node = network.words->next(node, lowered(c));
-    for (std::size_t i = edit.at + edit.removed; i < folded_.size() && node > LazyTransducer::DEAD;
-         ++i) {
-        node = network.words->next(node, static_cast<std::uint8_t>(folded_[i]));
+    for (const char c : edit.inserted) {
+        node = network.words->next(node, lowered(static_cast<std::uint8_t>(c)));
     }
+    node = network.words->follow(node, std::string_view(folded_).substr(edit.at + edit.removed));
     return network.words->answer(node, small);
 }
 
@@ -52,11 +57,11 @@ bool CandidateJudge::is_valid(const std::string& base, const Edit& edit) const {
     }
     bool small = false;
     if (edit.at > 0) {
-        small = orbi_islower(base[0]);
+        small = is_small(base[0]);
     } else if (!edit.inserted.empty()) {
-        small = orbi_islower(edit.inserted[0]);
+        small = is_small(edit.inserted[0]);
     } else if (edit.removed < base.size()) {
-        small = orbi_islower(base[edit.removed]);
+        small = is_small(base[edit.removed]);
     }
     bool unsure = has_dictionary_;
     for (const Network& network : networks_) {

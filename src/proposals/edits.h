@@ -50,6 +50,8 @@ void for_each_swap(const std::string& word, Visit visit) {
 template <class Visit>
 bool visit_rewrite(const std::string& word, std::size_t at, const Rewrite& row,
                    Visit& visit) {
+    // Most rows fail at their first byte. The end of the word has the empty key alone.
+    if (!row.key.empty() && (at == word.size() || word[at] != row.key[0])) return true;
     if (word.compare(at, row.key.size(), row.key) != 0) return true;
     if (word.size() - row.key.size() + row.replacement.size() < SHORTEST_CANDIDATE) return true;
     return visit(Edit{at, row.key.size(), row.replacement});

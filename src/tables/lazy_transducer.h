@@ -60,11 +60,22 @@ public:
 
     /// The node behind `byte`, lowered already. Makes it if there is none yet.
     Node next(Node node, std::uint8_t byte) {
-        if (node <= DEAD) return node;
-        if ((node & follow_bit_[byte]) == 0) return DEAD;
+        const char c = static_cast<char>(byte);
+        return follow(node, {&c, 1});
+    }
+
+    /// The node behind a text, lowered already, or DEAD as soon as it is known.
+    Node follow(Node node, std::string_view text) {
+        if (text.empty() || node <= DEAD) return node;  // a dead form has no slots at all
         const Slots& slots = *slots_.load(std::memory_order_acquire);
-        const Node known = slots.find(key_of(node, byte)).next;
-        return (known & NUMBER) != 0 ? known : make_next(node, byte);
+        for (const char c : text) {
+            if (node <= DEAD) return node;
+            const auto byte = static_cast<std::uint8_t>(c);
+            if ((node & follow_bit_[byte]) == 0) return DEAD;
+            const Node known = slots.find(key_of(node, byte)).next;
+            node = (known & NUMBER) != 0 ? known : make_next(node, byte);
+        }
+        return node;
     }
 
     /// The answer for a word that ends in `node`. `small`: it was typed with "a" to "z" in
