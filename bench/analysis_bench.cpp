@@ -8,7 +8,8 @@ static void analysis_of(benchmark::State& state, const lemara::bench::Strings& w
     std::size_t records = 0;
     for (auto _ : state) {
         records = 0;
-        for (const std::string& word : words) records += table.analizatuTokena(word).size();
+        for (const std::string& word : words)
+            records += table.analizatuTokena(word).size();
     }
     state.SetItemsProcessed(state.iterations() * static_cast<long>(words.size()));
     state.counters["records"] = static_cast<double>(records);

@@ -38,18 +38,18 @@ inline const Taula& main_table() { return *engine().sareak.at("eumorfo")->taula;
 
 // Latin-1. Every word is one of the lexicon.
 inline const Strings RIGHT = {
-    "etxea",   "etxeetan", "mendiaren", "zuhaitza",  "egunkariak", "dugu",     "naiz",
-    "ditut",   "liburuak", "ikasleek",  "handia",    "gorriak",    "zuriekin", "eta",
-    "ere",     "baina",    "Donostia",  "Bilbon",    "egin",       "egiten",   "ikusi",
-    "joango",  "etorriko", "hizkuntza", "euskara",   "urtean",     "lagunak",  "gizonak",
+    "etxea",  "etxeetan", "mendiaren", "zuhaitza", "egunkariak", "dugu",     "naiz",
+    "ditut",  "liburuak", "ikasleek",  "handia",   "gorriak",    "zuriekin", "eta",
+    "ere",    "baina",    "Donostia",  "Bilbon",   "egin",       "egiten",   "ikusi",
+    "joango", "etorriko", "hizkuntza", "euskara",  "urtean",     "lagunak",  "gizonak",
 };
 
 // The same with one thing wrong each.
 inline const Strings WRONG = {
-    "etxwa",   "etxeetn",  "mendiarwn", "zuhaitzw",  "egunkqriak", "duqu",     "nqiz",
-    "diqut",   "libuyruak", "ikwsleek", "hqndia",    "gorriqk",    "zuriwkin", "ety",
-    "erw",     "baiwa",    "Doqostia",  "Bilwon",    "ewin",       "egiwen",   "ikuwi",
-    "jowngo",  "etowriko", "hizkwntza", "euskwra",   "urtwan",     "lawunak",  "gizwnak",
+    "etxwa",  "etxeetn",   "mendiarwn", "zuhaitzw", "egunkqriak", "duqu",     "nqiz",
+    "diqut",  "libuyruak", "ikwsleek",  "hqndia",   "gorriqk",    "zuriwkin", "ety",
+    "erw",    "baiwa",     "Doqostia",  "Bilwon",   "ewin",       "egiwen",   "ikuwi",
+    "jowngo", "etowriko",  "hizkwntza", "euskwra",  "urtwan",     "lawunak",  "gizwnak",
 };
 
 inline const Strings LEMMAS = {"etxe", "mendi", "zuhaitz", "liburu", "gizon", "lagun"};

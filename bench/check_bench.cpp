@@ -7,7 +7,8 @@ static void check(benchmark::State& state) {
     const Lemara& engine = lemara::bench::engine();
     std::string text;
     for (long i = 0; i < state.range(0); ++i) {
-        text += lemara::bench::RIGHT[static_cast<std::size_t>(i) % lemara::bench::RIGHT.size()];
+        text += lemara::bench::RIGHT[static_cast<std::size_t>(i) %
+                                     lemara::bench::RIGHT.size()];
         text += i % 12 == 11 ? ". " : " ";
     }
     std::size_t bytes = 0;

@@ -18,4 +18,8 @@ static void add_words(benchmark::State& state) {
     state.counters["roots"] = static_cast<double>(roots);
     state.SetComplexityN(state.range(0));
 }
-BENCHMARK(add_words)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(add_words)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();

@@ -12,7 +12,8 @@ static void forms_of(benchmark::State& state, bool stop_at_tag) {
             forms += table.sortuFormak(lemma, "", stop_at_tag, false).size();
         }
     }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(lemara::bench::LEMMAS.size()));
+    state.SetItemsProcessed(state.iterations() *
+                            static_cast<long>(lemara::bench::LEMMAS.size()));
     state.counters["forms"] = static_cast<double>(forms);
 }
 BENCHMARK_CAPTURE(forms_of, paradigm, false);

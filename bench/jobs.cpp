@@ -1,6 +1,7 @@
-// Ten fixed jobs for callgrind, which counts their instructions: lemara_jobs JOB CONFIGURATION.
-// Without a job their names are listed. bench/instructions compares the counts with those in
-// the tree. A job prints its answer, so that a count that fell for a wrong answer shows.
+// Ten fixed jobs for callgrind, which counts their instructions: lemara_jobs JOB
+// CONFIGURATION. Without a job their names are listed. bench/instructions compares the
+// counts with those in the tree. A job prints its answer, so that a count that fell for a
+// wrong answer shows.
 #include <cstdio>
 #include <functional>
 #include <utility>
@@ -21,7 +22,8 @@ std::size_t times(int count, const std::function<std::size_t()>& job) {
     return sum;
 }
 
-std::size_t over(const Strings& words, const std::function<std::size_t(const std::string&)>& ask) {
+std::size_t over(const Strings& words,
+                 const std::function<std::size_t(const std::string&)>& ask) {
     std::size_t sum = 0;
     for (const std::string& word : words) sum += ask(word);
     return sum;
@@ -30,16 +32,18 @@ std::size_t over(const Strings& words, const std::function<std::size_t(const std
 std::string some_text() {
     std::string text;
     for (std::size_t i = 0; i < 280; ++i) {
-        text += (i % 9 == 8 ? WRONG : RIGHT)[i % RIGHT.size()] + (i % 12 == 11 ? ". " : " ");
+        text +=
+            (i % 9 == 8 ? WRONG : RIGHT)[i % RIGHT.size()] + (i % 12 == 11 ? ". " : " ");
     }
     return text;
 }
 
 using Job = std::size_t (*)(const std::string& configuration);
 
-/// What is counted: the job's own work, without the start and the end of the process. Callgrind
-/// knows it by its name, and would take no notice of a jump in place of a call.
-extern "C" [[gnu::noipa]] std::size_t counted_work(const std::function<std::size_t()>& work) {
+/// What is counted: the job's own work, without the start and the end of the process.
+/// Callgrind knows it by its name, and would take no notice of a jump in place of a call.
+extern "C" [[gnu::noipa]] std::size_t counted_work(
+    const std::function<std::size_t()>& work) {
     const std::size_t answer = work();
     asm volatile("" ::: "memory");
     return answer;
@@ -68,7 +72,9 @@ const std::pair<const char*, Job> JOBS[] = {
      [](const std::string& configuration) {
          return counted(configuration, [](const Lemara&, const Taula& table) {
              return times(50, [&] {
-                 return over(RIGHT, [&](const std::string& w) { return table.analizatuTokena(w).size(); });
+                 return over(RIGHT, [&](const std::string& w) {
+                     return table.analizatuTokena(w).size();
+                 });
              });
          });
      }},
@@ -76,7 +82,9 @@ const std::pair<const char*, Job> JOBS[] = {
      [](const std::string& configuration) {
          return counted(configuration, [](const Lemara&, const Taula& table) {
              return times(200, [&] {
-                 return over(WRONG, [&](const std::string& w) { return table.analizatuTokena(w).size(); });
+                 return over(WRONG, [&](const std::string& w) {
+                     return table.analizatuTokena(w).size();
+                 });
              });
          });
      }},
@@ -84,7 +92,9 @@ const std::pair<const char*, Job> JOBS[] = {
      [](const std::string& configuration) {
          return counted(configuration, [](const Lemara& engine, const Taula&) {
              return times(500, [&] {
-                 return over(RIGHT, [&](const std::string& w) { return engine.isValid(w, false); });
+                 return over(RIGHT, [&](const std::string& w) {
+                     return engine.isValid(w, false);
+                 });
              });
          });
      }},
@@ -127,7 +137,8 @@ const std::pair<const char*, Job> JOBS[] = {
          return counted(configuration, [](const Lemara& engine, const Taula&) {
              HiztegiPertsonala dictionary;
              for (int i = 0; i < 3000; ++i) {
-                 dictionary.gehitu_sarrera(false, "h" + std::to_string(i) + "o", "<ARR>", "", "", "");
+                 dictionary.gehitu_sarrera(false, "h" + std::to_string(i) + "o", "<ARR>",
+                                           "", "", "");
              }
              dictionary.gutxieneko_luzera = 3;
              return over(RIGHT, [&](const std::string& w) {

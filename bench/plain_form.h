@@ -1,6 +1,6 @@
-// The plain form of a table: its graph, walked arc by arc. What bench/compare measures the packed
-// form against, and what judges it. Written as one would write it first: a string that grows
-// and is cut back, a comparison for each arc of a state.
+// The plain form of a table: its graph, walked arc by arc. What bench/compare measures
+// the packed form against, and what judges it. Written as one would write it first: a
+// string that grows and is cut back, a comparison for each arc of a state.
 #pragma once
 
 #include <algorithm>
@@ -35,7 +35,8 @@ public:
         analyse(token, [&](const std::string& text) {
             Analisia record(text, table_.hiztegia);
             const std::string start = token.substr(0, record.lema.size());
-            if (!start.empty() && (start == record.hobe || start == record.erabili)) return;
+            if (!start.empty() && (start == record.hobe || start == record.erabili))
+                return;
             result.push_back(record);
         });
         return result;
@@ -55,14 +56,16 @@ private:
     template <class Visit>
     void step(int state, const char* rest, Visit& visit) {
         if (state < 0) {
-            if (*rest == '\0' && egiaztatuIzenBereziakEtaSinboloak(token_.c_str(), output_.c_str()) &&
+            if (*rest == '\0' &&
+                egiaztatuIzenBereziakEtaSinboloak(token_.c_str(), output_.c_str()) &&
                 kenduHAULtxarrak(output_.c_str(), token_.c_str())) {
                 visit(output_);
             }
             return;
         }
         if (static_cast<std::size_t>(state) >= table_.egoerak.size()) return;
-        if (output_.size() == 1 && !egiaztatuIzenBereziakEtaSinboloak(token_.c_str(), output_.c_str()) &&
+        if (output_.size() == 1 &&
+            !egiaztatuIzenBereziakEtaSinboloak(token_.c_str(), output_.c_str()) &&
             touppercase(token_) != token_) {
             return;
         }
@@ -77,10 +80,15 @@ private:
     }
 
     bool is_shut_out() const {
-        const auto has = [&](const char* part) { return upper_.find(part) != std::string::npos; };
-        const auto wanted = [&](const char* part) { return target_.find(part) != std::string::npos; };
-        return (has("<ELI_IZE") && !wanted("<ELI_IZE")) || (has("<PSP") && !wanted("<PSP")) ||
-               has("ba<AUR>") || has("<ADL>") || has("<Rare>");
+        const auto has = [&](const char* part) {
+            return upper_.find(part) != std::string::npos;
+        };
+        const auto wanted = [&](const char* part) {
+            return target_.find(part) != std::string::npos;
+        };
+        return (has("<ELI_IZE") && !wanted("<ELI_IZE")) ||
+               (has("<PSP") && !wanted("<PSP")) || has("ba<AUR>") || has("<ADL>") ||
+               has("<Rare>");
     }
 
     template <class Visit>
@@ -99,8 +107,9 @@ private:
         if (is_shut_out()) return;
         for (const Zubia* arc : table_.egoerak[static_cast<std::size_t>(state)]->zubiak) {
             const std::string& symbol = arc->goiko_ikurra;
-            const bool left_out = symbol == "<>" || (symbol.size() > 1 &&
-                                                     (symbol[1] == '0' || symbol[1] == '1'));
+            const bool left_out =
+                symbol == "<>" ||
+                (symbol.size() > 1 && (symbol[1] == '0' || symbol[1] == '1'));
             const std::size_t upper = upper_.size(), lower = lower_.size();
             if (!left_out) upper_ += symbol;
             lower_ += arc->beheko_ikurra;
@@ -116,7 +125,8 @@ private:
     bool stop_at_tag_ = false;
 };
 
-/// Loads a table's text as one would first: a pass to count the states, a pass to fill them.
+/// Loads a table's text as one would first: a pass to count the states, a pass to fill
+/// them.
 inline std::unique_ptr<Taula> plain_load(const std::string& path) {
     auto table = std::make_unique<Taula>();
     int states = 0;

@@ -12,7 +12,8 @@ static void proposals(benchmark::State& state) {
             found += engine.lortu_ezzg_proposamenak(word).size();
         }
     }
-    state.SetItemsProcessed(state.iterations() * static_cast<long>(lemara::bench::WRONG.size()));
+    state.SetItemsProcessed(state.iterations() *
+                            static_cast<long>(lemara::bench::WRONG.size()));
     state.counters["proposals"] = static_cast<double>(found);
 }
 BENCHMARK(proposals);

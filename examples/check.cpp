@@ -17,7 +17,8 @@ int main(int argc, char** argv) {
     for (const Esaldia& sentence : engine.analizatu_paragrafoa(1, argv[2]).esaldiak) {
         for (const Tokena& token : sentence.tokenak) {
             std::cout << token.testua << '\t'
-                      << (engine.isValid(token.testua, false) ? "valid" : "unknown") << '\t';
+                      << (engine.isValid(token.testua, false) ? "valid" : "unknown")
+                      << '\t';
             for (const Analisia& analysis : token.analisiak) {
                 std::cout << analysis.lema << analysis.etiketa << "; ";
             }

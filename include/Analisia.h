@@ -10,7 +10,8 @@
 /// with bracket groups ("[h=...]") among them. `modua` chooses what is read:
 ///
 /// - "L": the lemma. One of the prefixes "ba<AUR><MEN><BALD>", "ba<AUR><PRT>" and
-///   "bait<AUR><MEN><KAUS>" in front is skipped. Reading ends at the first tag, the marker
+///   "bait<AUR><MEN><KAUS>" in front is skipped. Reading ends at the first tag, the
+///   marker
 ///   "<>" included, but quality tags ("<0...>") and the one tag that directly follows a
 ///   bracket group are passed over, whatever that tag is.
 /// - "[h=", "[e=", "[p=", "[s=", "[a=", "[z=", "[c=": the value of the first such group;
@@ -28,17 +29,17 @@
 /// grammatical tag. A tag that is never closed ends at the end of the string.
 class [[gnu::visibility("default")]] Analisia {
 public:
-    std::string analisia;   ///< the whole analysis string
-    std::string lema;       ///< the lemma
-    std::string etiketa;    ///< ateraEtiketa of the string: " IZE ARR"
-    std::string twol;       ///< ateraTWOL of the string: "+Ize+Arr"
-    std::string hiztegia;   ///< name of the network that gave the analysis
-    std::string sai;        ///< value of the "[s=" group
-    std::string hobe;       ///< value of the "[h=" group: the better form
-    std::string erabili;    ///< value of the "[e=" group: the form to use instead
-    std::string tasuna;     ///< ateraTasuna of the string
-    std::string iritzia;    ///< ateraIritzia of the string
-    std::string forma;      ///< a generated surface form; empty in an analysis
+    std::string analisia;        ///< the whole analysis string
+    std::string lema;            ///< the lemma
+    std::string etiketa;         ///< ateraEtiketa of the string: " IZE ARR"
+    std::string twol;            ///< ateraTWOL of the string: "+Ize+Arr"
+    std::string hiztegia;        ///< name of the network that gave the analysis
+    std::string sai;             ///< value of the "[s=" group
+    std::string hobe;            ///< value of the "[h=" group: the better form
+    std::string erabili;         ///< value of the "[e=" group: the form to use instead
+    std::string tasuna;          ///< ateraTasuna of the string
+    std::string iritzia;         ///< ateraIritzia of the string
+    std::string forma;           ///< a generated surface form; empty in an analysis
     std::int32_t maiuskula = 0;  ///< case class: 0 none, 1 first letter, 2 all capitals
 
     /// Takes `analisia` apart. Every "+" leaves a lemma of two bytes or more, unless
@@ -47,17 +48,18 @@ public:
     Analisia(std::string analisia, std::string hiztegia);
 
     Analisia(const Analisia&) = default;
-    Analisia(Analisia&&) = default;
+    Analisia(Analisia &&) = default;
     Analisia& operator=(const Analisia&) = default;
     Analisia& operator=(Analisia&&) = default;
     virtual ~Analisia() = default;
 
-    /// The names of all tags but "hp...", "0..." and "1...", each behind a blank. The marker
+    /// The names of all tags but "hp...", "0..." and "1...", each behind a blank. The
+    /// marker
     /// "<>" has an empty name and adds a lone blank. No field of the object is read.
     std::string ateraEtiketa(const char* analisia) const;
 
-    /// As ateraEtiketa, behind a "+" each and recased to one capital: "+Ize". All names that
-    /// begin with "h" and the empty name are left out as well.
+    /// As ateraEtiketa, behind a "+" each and recased to one capital: "+Ize". All names
+    /// that begin with "h" and the empty name are left out as well.
     std::string ateraTWOL(const char* analisia) const;
 
     /// The names of the quality tags ("0..."), each behind a blank.

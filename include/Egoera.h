@@ -6,11 +6,11 @@
 
 /// A state of a transducer with its arcs, in the order in which they are tried.
 ///
-/// The state owns its arcs, but only deleteZubiak frees them: whoever deletes a state calls
-/// it first. A null arc is passed over everywhere.
+/// The state owns its arcs, but only deleteZubiak frees them: whoever deletes a state
+/// calls it first. A null arc is passed over everywhere.
 class [[gnu::visibility("default")]] Egoera {
 public:
-    bool final;                  ///< set by the last record read; read by printEgoera alone
+    bool final;  ///< set by the last record read; read by printEgoera alone
     std::vector<Zubia*> zubiak;  ///< owned; a word ends by an arc with a negative target
 
     Egoera();
@@ -25,7 +25,7 @@ public:
     virtual ~Egoera();
 
     /// Appends an arc and takes it over.
-    void addZubia(Zubia* zubia);
+    void addZubia(Zubia * zubia);
 
     /// True if some arc's lower symbol equals `ikurra`.
     bool hasZubia(const std::string& ikurra) const;

@@ -20,7 +20,7 @@ public:
     /// A sentence that is not cut into tokens yet.
     Esaldia(int zenbakia, std::string testua);
     Esaldia(const Esaldia&) = default;
-    Esaldia(Esaldia&&) = default;
+    Esaldia(Esaldia &&) = default;
     Esaldia& operator=(const Esaldia&) = default;
     Esaldia& operator=(Esaldia&&) = default;
     virtual ~Esaldia() = default;
@@ -29,28 +29,29 @@ public:
     ///
     /// Blanks separate; a sign of puntuazioaDa is a token of its own; a dot inside a word
     /// stays with it; the dot behind a digit is dropped unless it is the last byte. A
-    /// sentence that begins as an address ("http", "sftp", "ftp", "www.") is read by the rules
-    /// of addresses.
+    /// sentence that begins as an address ("http", "sftp", "ftp", "www.") is read by the
+    /// rules of addresses.
     void tokenizatu();
 
     /// Analyses the tokens by longest match: from each token the longest run of at most 7
     /// that the dictionary or a network knows becomes one token. A single token that
     /// nothing knows gets one analysis with the `etiketa` " EZZG". The token "]" is left
     /// without one, and " -->OJO arraroa:]" goes to standard output.
-    void analizatu(std::map<std::string, Sarea*> sareak, const HiztegiPertsonala& hiztegia,
-                   bool hpLehenik);
+    void analizatu(std::map<std::string, Sarea*> sareak,
+                   const HiztegiPertsonala& hiztegia, bool hpLehenik);
 
     /// The analyses of one run of `tokenKopurua` tokens: with `hpLehenik` those of the
     /// dictionary or, if it has none, of all networks in key order that see runs of that
     /// length; without it, those of the networks and then of the dictionary.
-    std::vector<Analisia> analizatuTokena(std::map<std::string, Sarea*> sareak,
-                                          const HiztegiPertsonala& hiztegia,
-                                          const std::string& testua, int tokenKopurua,
-                                          bool hpLehenik) const;
+    std::vector<Analisia> analizatuTokena(
+        std::map<std::string, Sarea*> sareak, const HiztegiPertsonala& hiztegia,
+        const std::string& testua, int tokenKopurua, bool hpLehenik) const;
 
-    /// Appends the dictionary's analyses of a run to `analisiak` and returns a copy of it.
-    /// Without a network "hp", or for a run longer than its `maila`, nothing is appended.
+    /// Appends the dictionary's analyses of a run to `analisiak` and returns a copy of
+    /// it. Without a network "hp", or for a run longer than its `maila`, nothing is
+    /// appended.
     std::vector<Analisia> analizatuHiztegiPertsonalean(
         const std::map<std::string, Sarea*>& sareak, const HiztegiPertsonala& hiztegia,
-        const std::string& testua, std::vector<Analisia>& analisiak, int tokenKopurua) const;
+        const std::string& testua, std::vector<Analisia>& analisiak, int tokenKopurua)
+        const;
 };

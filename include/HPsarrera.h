@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// An entry of the personal dictionary: either a record, one line of the user's file, or a
-/// paradigm entry, which ties a stem to a paradigm class of the network "hp".
+/// An entry of the personal dictionary: either a record, one line of the user's file, or
+/// a paradigm entry, which ties a stem to a paradigm class of the network "hp".
 class [[gnu::visibility("default")]] HPsarrera {
 public:
     std::string lema;       ///< record: the word; paradigm entry: the lemma to show
@@ -15,8 +15,9 @@ public:
     std::string paradigma;  ///< "<hp1>" to "<hp25>"; empty in a record
 
     /// All fields in their order.
-    HPsarrera(std::string lema, std::string kategoria, std::string erroa, std::string hobe,
-              std::string erabili, std::string sai, std::string paradigma);
+    HPsarrera(std::string lema, std::string kategoria, std::string erroa,
+              std::string hobe, std::string erabili, std::string sai,
+              std::string paradigma);
     HPsarrera(const HPsarrera&) = default;
     HPsarrera& operator=(const HPsarrera&) = default;
     virtual ~HPsarrera() = default;

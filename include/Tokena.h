@@ -20,7 +20,7 @@ public:
     Tokena(std::string testua, bool hutsunea, int maiuskula);
 
     Tokena(const Tokena&) = default;
-    Tokena(Tokena&&) = default;
+    Tokena(Tokena &&) = default;
     Tokena& operator=(const Tokena&) = default;
     Tokena& operator=(Tokena&&) = default;
     virtual ~Tokena() = default;

@@ -6,9 +6,10 @@
 /// An arc of a transducer. A plain value; symbols are Latin-1 text of any length.
 class [[gnu::visibility("default")]] Zubia {
 public:
-    std::int32_t hurrengo_egoera;  ///< number of the target state; negative: end of a word
-    std::string goiko_ikurra;      ///< upper symbol; "<>" where the table's file says so
-    std::string beheko_ikurra;     ///< lower symbol; empty: the arc reads nothing
+    std::int32_t
+        hurrengo_egoera;        ///< number of the target state; negative: end of a word
+    std::string goiko_ikurra;   ///< upper symbol; "<>" where the table's file says so
+    std::string beheko_ikurra;  ///< lower symbol; empty: the arc reads nothing
 
     /// Target 0, both symbols empty.
     Zubia();

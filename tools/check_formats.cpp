@@ -13,8 +13,8 @@ namespace {
 
 struct KindWords {
     Kind kind;
-    const char* title;    // of the rule
-    const char* remark;   // behind the message, with forms and without
+    const char* title;   // of the rule
+    const char* remark;  // behind the message, with forms and without
     const char* remark_without;
     const char* level;    // SARIF's
     const char* command;  // of a GitHub workflow
@@ -29,8 +29,8 @@ constexpr const char* PLAIN = "\033[0m";
 
 constexpr KindWords KIND_WORDS[] = {
     {Kind::unknown, "Unknown word", "", " (unknown)", "warning", "warning", RED},
-    {Kind::better_form, "There is a better form", " (better form)", " (has a better form)",
-     "warning", "warning", YELLOW},
+    {Kind::better_form, "There is a better form", " (better form)",
+     " (has a better form)", "warning", "warning", YELLOW},
     {Kind::use_instead, "Another word is recommended", " (use instead)",
      " (not recommended)", "note", "notice", YELLOW},
     {Kind::unit_start, "Word of a fixed expression alone", " (only with other words)",
@@ -50,7 +50,8 @@ std::string on_one_line(const std::string& token) {
     std::string result;
     for (std::size_t i = 0; i < token.size(); ++i) {
         if (token[i] == '\r' && i + 1 < token.size() && token[i + 1] == '\n') continue;
-        result += token[i] == '\n' || token[i] == '\r' || token[i] == '\t' ? ' ' : token[i];
+        result +=
+            token[i] == '\n' || token[i] == '\r' || token[i] == '\t' ? ' ' : token[i];
     }
     return printable(result);
 }
@@ -82,8 +83,8 @@ struct End {
 };
 
 std::size_t characters_in(std::string_view text) {
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
 /// A unit of several words may go on in the next line.
@@ -92,7 +93,8 @@ End end_of(const Finding& finding) {
     const Span& span = finding.span;
     End end{span.line, span.column + span.end.code_point - span.begin.code_point};
     for (std::size_t i = 0; i < token.size(); ++i) {
-        const bool pair = token[i] == '\r' && i + 1 < token.size() && token[i + 1] == '\n';
+        const bool pair =
+            token[i] == '\r' && i + 1 < token.size() && token[i + 1] == '\n';
         if (pair || (token[i] != '\n' && token[i] != '\r')) continue;
         ++end.line;
         end.column = 1 + characters_in(std::string_view(token).substr(i + 1));
@@ -114,7 +116,8 @@ std::string uri_of(const std::string& file) {
     std::string uri;
     for (const char c : file) {
         const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-                           (c >= '0' && c <= '9') || PLAIN_SIGNS.find(c) != std::string::npos;
+                           (c >= '0' && c <= '9') ||
+                           PLAIN_SIGNS.find(c) != std::string::npos;
         char escape[8];
         std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned char>(c));
         uri += plain ? std::string(1, c) : escape;
@@ -126,9 +129,10 @@ std::string sarif_head(const std::string& version) {
     std::string rules;
     for (const KindWords& words : KIND_WORDS) {
         rules += (rules.empty() ? "" : ",") + std::string("{\"id\":") +
-                 json_string(name_of(words.kind)) + ",\"shortDescription\":{\"text\":" +
-                 json_string(words.title) + "},\"defaultConfiguration\":{\"level\":" +
-                 json_string(words.level) + "}}";
+                 json_string(name_of(words.kind)) +
+                 ",\"shortDescription\":{\"text\":" + json_string(words.title) +
+                 "},\"defaultConfiguration\":{\"level\":" + json_string(words.level) +
+                 "}}";
     }
     return "{\"$schema\":\"https://json.schemastore.org/sarif-2.1.0.json\","
            "\"version\":\"2.1.0\",\"runs\":[{\"tool\":{\"driver\":{\"name\":\"lemara\","
@@ -205,16 +209,16 @@ struct Range {
     char32_t first, last;
 };
 
-// What takes no column of a terminal, and what takes two. Marks and scripts that text in this
-// language meets; a terminal's own tables are longer.
+// What takes no column of a terminal, and what takes two. Marks and scripts that text in
+// this language meets; a terminal's own tables are longer.
 constexpr Range NO_COLUMN[] = {{0xAD, 0xAD},     {0x300, 0x36F},   {0x483, 0x489},
                                {0x591, 0x5BD},   {0x610, 0x61A},   {0x64B, 0x65F},
                                {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x2064},
                                {0x20D0, 0x20F0}, {0xFE00, 0xFE0F}, {0xFEFF, 0xFEFF}};
-constexpr Range TWO_COLUMNS[] = {{0x1100, 0x115F},   {0x2E80, 0xA4CF},   {0xAC00, 0xD7A3},
-                                 {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},
-                                 {0xFFE0, 0xFFE6},   {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF},
-                                 {0x20000, 0x3FFFD}};
+constexpr Range TWO_COLUMNS[] = {
+    {0x1100, 0x115F},   {0x2E80, 0xA4CF},  {0xAC00, 0xD7A3}, {0xF900, 0xFAFF},
+    {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},  {0xFFE0, 0xFFE6}, {0x1F300, 0x1F64F},
+    {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
 
 template <std::size_t N>
 bool is_in(const Range (&ranges)[N], char32_t character) {
@@ -302,7 +306,8 @@ std::string with_its_line(const std::string& file, const Finding& finding,
     while (from > 0 && left_columns + left[from - 1].columns <= room / 2) {
         left_columns += left[--from].columns;
     }
-    while (to < right.size() && left_columns + right_columns + right[to].columns <= room) {
+    while (to < right.size() &&
+           left_columns + right_columns + right[to].columns <= room) {
         right_columns += right[to++].columns;
     }
     const char* margin = from > 0 ? " \xE2\x80\xA6" : "  ";

@@ -20,9 +20,9 @@ std::string report_tail(CheckFormat format);
 std::string report_entry(CheckFormat format, const std::string& file,
                          const Finding& finding, bool first);
 
-/// One finding with its line, for a terminal: the message, the line cut to `width` columns
-/// around the word, and a mark below it. `before` and `after` are what stands around the
-/// word on its line, or as much of it as may be shown.
+/// One finding with its line, for a terminal: the message, the line cut to `width`
+/// columns around the word, and a mark below it. `before` and `after` are what stands
+/// around the word on its line, or as much of it as may be shown.
 std::string with_its_line(const std::string& file, const Finding& finding,
                           std::string_view before, std::string_view after,
                           std::size_t width, bool coloured);

@@ -24,12 +24,14 @@ void add_checker_options(CLI::App& command, CheckerArguments& arguments) {
                      "use no personal dictionary");
 }
 
-std::unique_ptr<Checker> open_checker(const CheckerArguments& arguments, bool may_be_new) {
+std::unique_ptr<Checker> open_checker(const CheckerArguments& arguments,
+                                      bool may_be_new) {
     Settings settings;
     settings.configuration = arguments.configuration;
     settings.dictionary = arguments.dictionary;
     settings.use_dictionary = !arguments.no_dictionary;
-    if (!arguments.dictionary.empty() && !may_be_new) require_regular(arguments.dictionary);
+    if (!arguments.dictionary.empty() && !may_be_new)
+        require_regular(arguments.dictionary);
     Checker::Opened opened = Checker::open(settings);
     if (opened.checker == nullptr) {
         throw Failure(opened.problems.empty() ? "cannot open the checker"

@@ -21,8 +21,8 @@ struct CheckerArguments {
 /// Adds --config, --dictionary and --no-dictionary.
 void add_checker_options(CLI::App& command, CheckerArguments& arguments);
 
-/// Opens the checker; what it passes over goes to standard error. Errors: Failure, also for
-/// a dictionary that is named and isn't there, unless `may_be_new`.
+/// Opens the checker; what it passes over goes to standard error. Errors: Failure, also
+/// for a dictionary that is named and isn't there, unless `may_be_new`.
 std::unique_ptr<Checker> open_checker(const CheckerArguments& arguments,
                                       bool may_be_new = false);
 

@@ -20,7 +20,8 @@ CLI::Validator one_of(const std::map<std::string, T>& names) {
     const auto choose = [names, told](std::string& value) -> std::string {
         const auto found = names.find(CLI::detail::to_lower(value));
         if (found == names.end()) return value + " is none of " + told;
-        value = std::to_string(static_cast<int>(found->second));  // as the parser reads an enum
+        value = std::to_string(
+            static_cast<int>(found->second));  // as the parser reads an enum
         return "";
     };
     CLI::Validator choice(choose, "");

@@ -30,7 +30,6 @@ namespace lemara::tools {
 
 namespace {
 
-
 enum class Output { TEXT, ZUZENLEX, JSON, JSONL, SARIF, GITHUB };
 enum class Colour { AUTO, ALWAYS, NEVER };
 
@@ -229,18 +228,19 @@ private:
     }
 
     void tell_summary() {
-        const auto time = std::chrono::duration<double>(std::chrono::steady_clock::now() -
-                                                        start_);
+        const auto time =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start_);
         char seconds[32];
         std::snprintf(seconds, sizeof seconds, "%.3f s", time.count());
-        message(counted(findings_, "finding") + " in " + counted(words_, "word") + " of " +
-                counted(files_.size(), "file") + ", " + seconds);
+        message(counted(findings_, "finding") + " in " + counted(words_, "word") +
+                " of " + counted(files_.size(), "file") + ", " + seconds);
     }
 };
 
 int check_as_findings(const CheckArguments& arguments) {
     const std::unique_ptr<Checker> checker = open_checker(arguments.checker);
-    ChunkReader reader(arguments.files, chunk_ends(arguments.paragraphs, arguments.records));
+    ChunkReader reader(arguments.files,
+                       chunk_ends(arguments.paragraphs, arguments.records));
     Report report(arguments);
     OrderedJobs<Chunk, CheckedChunk> jobs(
         thread_count(arguments.jobs), ChunkCheck(*checker, arguments),
@@ -290,15 +290,17 @@ int check(const CheckArguments& arguments) {
     if (arguments.output != Output::ZUZENLEX) return check_as_findings(arguments);
     for (const auto& [given, option] :
          {std::pair(arguments.records, "--jsonl"), {arguments.summary, "--summary"}}) {
-        if (given) throw Failure(std::string(option) + " does not go with --format zuzenlex");
+        if (given)
+            throw Failure(std::string(option) + " does not go with --format zuzenlex");
     }
     return check_as_markup(arguments);
 }
 
 void add_output_options(CLI::App& command, CheckArguments& arguments) {
     const std::map<std::string, Output> outputs{
-        {"text", Output::TEXT},   {"zuzenlex", Output::ZUZENLEX}, {"json", Output::JSON},
-        {"jsonl", Output::JSONL}, {"sarif", Output::SARIF},   {"github", Output::GITHUB}};
+        {"text", Output::TEXT},   {"zuzenlex", Output::ZUZENLEX},
+        {"json", Output::JSON},   {"jsonl", Output::JSONL},
+        {"sarif", Output::SARIF}, {"github", Output::GITHUB}};
     command
         .add_option(
             "--format", arguments.output,
@@ -307,9 +309,10 @@ void add_output_options(CLI::App& command, CheckArguments& arguments) {
             "for each token, as the engine writes it)")
         ->transform(one_of(outputs))
         ->type_name("NAME");
-    command.add_flag("--jsonl", arguments.records,
-                     "answer each line of the input with one line, a JSON object with its "
-                     "findings");
+    command.add_flag(
+        "--jsonl", arguments.records,
+        "answer each line of the input with one line, a JSON object with its "
+        "findings");
     const std::map<std::string, Colour> colours{
         {"auto", Colour::AUTO}, {"always", Colour::ALWAYS}, {"never", Colour::NEVER}};
     command
@@ -348,10 +351,12 @@ void add_check(CLI::App& app, int& status) {
     add_paragraph_options(*command, arguments->paragraphs, arguments->files);
     command->footer(
         "Writes FILE:LINE:COLUMN: WORD \xE2\x86\x92 PROPOSALS for each finding, on a "
-        "terminal with the line; nothing if\nall is well. Columns count characters from 1. "
+        "terminal with the line; nothing if\nall is well. Columns count characters from "
+        "1. "
         "Web and mail addresses, paths, and words in other\nscripts are passed over. "
         "docs/command-line.md describes the formats.\n"
-        "Exit status: 0 all is right; 1 there were findings; 2 wrong usage, or a file that "
+        "Exit status: 0 all is right; 1 there were findings; 2 wrong usage, or a file "
+        "that "
         "can't be used;\nthe other files are checked.\n\n"
         "Examples:\n"
         "  lemara check letter.txt\n"

@@ -78,16 +78,18 @@ std::string row(const std::string& name, const std::array<std::string, 6>& cells
     std::string line = name;
     line.resize(NAME_WIDTH, ' ');
     for (const std::string& cell : cells) {
-        line += std::string(CELL_WIDTH - std::min(CELL_WIDTH - 1, cell.size()), ' ') + cell;
+        line +=
+            std::string(CELL_WIDTH - std::min(CELL_WIDTH - 1, cell.size()), ' ') + cell;
     }
     return line + '\n';
 }
 
 std::string row(const std::string& name, const Figures& figures) {
-    return row(name, {std::to_string(figures.tokens), std::to_string(figures.known_tokens),
-                      share(figures.known_tokens, figures.tokens),
-                      std::to_string(figures.types), std::to_string(figures.known_types),
-                      share(figures.known_types, figures.types)});
+    return row(
+        name,
+        {std::to_string(figures.tokens), std::to_string(figures.known_tokens),
+         share(figures.known_tokens, figures.tokens), std::to_string(figures.types),
+         std::to_string(figures.known_types), share(figures.known_types, figures.types)});
 }
 
 std::string table_of(const Types& types) {

@@ -122,38 +122,44 @@ void add_dict(CLI::App& app, int& status) {
     std::shared_ptr<DictArguments> arguments;
     CLI::App* command = add_one(
         *dict, status, "add", "Add words, which are then known in all their forms",
-        "Without a class a word that begins with a capital becomes a name (IZB), any other "
+        "Without a class a word that begins with a capital becomes a name (IZB), any "
+        "other "
         "a common noun\n(ARR). Classes: ARR common noun, IZO adjective, ADI verb (in its "
         "participle), PIB person, LIB place,\nIZB other name.\n"
-        "Exit status: 0 done; 1 a word was refused; 2 wrong usage, or a file that can't be "
+        "Exit status: 0 done; 1 a word was refused; 2 wrong usage, or a file that can't "
+        "be "
         "used.\n\nExamples:\n"
         "  lemara dict add blog Ikoren\n"
         "  lemara dict add --class ADI klikatu",
         arguments, add_words);
     command->add_option("WORD", arguments->words, "words in their base form")->required();
     add_class_option(*command, arguments->word, "the class of all these words");
-    command->add_option("--better", arguments->word.better, "the better form of the word");
+    command->add_option("--better", arguments->word.better,
+                        "the better form of the word");
     command->add_option("--instead", arguments->word.instead, "the word to use instead");
 
-    command = add_one(*dict, status, "remove", "Remove words",
-                      "Exit status: 0 done; 1 a word was not there; 2 wrong usage, or a file "
-                      "that can't be used.\n\nExample:\n  lemara dict remove blog",
-                      arguments, remove_words);
+    command =
+        add_one(*dict, status, "remove", "Remove words",
+                "Exit status: 0 done; 1 a word was not there; 2 wrong usage, or a file "
+                "that can't be used.\n\nExample:\n  lemara dict remove blog",
+                arguments, remove_words);
     command->add_option("WORD", arguments->words, "words in their base form")->required();
     add_class_option(*command, arguments->word, "only the entry of this class");
 
     add_one(*dict, status, "list", "Write the words with their classes",
-            "Writes a line for each: word, TAB, class, and what is recommended in its place.\n"
+            "Writes a line for each: word, TAB, class, and what is recommended in its "
+            "place.\n"
             "Exit status: 0 done; 2 a file that can't be used.\n\nExample:\n"
             "  lemara dict list",
             arguments, list_words);
 
-    command = add_one(*dict, status, "import", "Add the words of a list",
-                      "The list is UTF-8, a word a line, as other checkers keep it; a count "
-                      "in the first line and\nflags behind a slash are passed over.\n"
-                      "Exit status: 0 done; 1 a line was refused; 2 a file that can't be "
-                      "used.\n\nExample:\n  lemara dict import words.txt",
-                      arguments, import_list);
+    command =
+        add_one(*dict, status, "import", "Add the words of a list",
+                "The list is UTF-8, a word a line, as other checkers keep it; a count "
+                "in the first line and\nflags behind a slash are passed over.\n"
+                "Exit status: 0 done; 1 a line was refused; 2 a file that can't be "
+                "used.\n\nExample:\n  lemara dict import words.txt",
+                arguments, import_list);
     command->add_option("FILE", arguments->file, "the list; - or none: standard input");
 
     command = add_one(*dict, status, "export", "Write the words as a list",

@@ -25,7 +25,8 @@ std::string row(const std::string& name, const std::string& value) {
 std::string about_table(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) return path + " (gone)";
-    return path + " (" + (is_compiled_table(read_start(path, 8)) ? "compiled, " : "text, ") +
+    return path + " (" +
+           (is_compiled_table(read_start(path, 8)) ? "compiled, " : "text, ") +
            std::to_string(status.st_size) + " bytes)";
 }
 
@@ -57,8 +58,9 @@ int examine(const CheckerArguments& arguments) {
     for (const std::string& table : checker->tables()) {
         results.write(row("table", about_table(table)));
     }
-    results.write(row("dictionary", arguments.no_dictionary ? "none, as asked for"
-                                                            : about_dictionary(*checker)));
+    results.write(row("dictionary", arguments.no_dictionary
+                                        ? "none, as asked for"
+                                        : about_dictionary(*checker)));
     const bool works = checker->valid("etxea");
     results.write(row("check", works ? "\"etxea\" is known: all is well"
                                      : "\"etxea\" is unknown: these tables are not the "

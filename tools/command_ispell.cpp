@@ -37,7 +37,8 @@ std::string value_of(const std::vector<std::string>& arguments, std::size_t& at,
                      std::size_t name) {
     const std::string& argument = arguments[at];
     if (argument.size() > name) return argument.substr(name + (argument[name] == '='));
-    if (++at == arguments.size()) throw Failure(argument + " needs a value; see lemara --help");
+    if (++at == arguments.size())
+        throw Failure(argument + " needs a value; see lemara --help");
     return arguments[at];
 }
 
@@ -72,7 +73,8 @@ bool take_option(const std::vector<std::string>& arguments, std::size_t& at,
         result.checker.dictionary = value_of(arguments, at, 2);
     } else if (begins(argument, "-i")) {
         result.encoding = value_of(arguments, at, 2);
-    } else if (begins(argument, "-T") || begins(argument, "-w") || begins(argument, "-W")) {
+    } else if (begins(argument, "-T") || begins(argument, "-w") ||
+               begins(argument, "-W")) {
         value_of(arguments, at, 2);  // means nothing to us
     } else {
         constexpr std::string_view NO_MEANING = "mBCStnH";
@@ -164,8 +166,8 @@ void list_words(const Checker& checker, const std::string& text, bool good,
     });
     if (!good) return;
     checker.analyze(text, lemara::Paragraphs::lines, [&](const Token& token) {
-        const bool wrong = std::binary_search(findings.begin(), findings.end(),
-                                              token.span.begin.byte);
+        const bool wrong =
+            std::binary_search(findings.begin(), findings.end(), token.span.begin.byte);
         if (!wrong && is_checked_word(token)) {
             results.write(out_of_utf8(token.text, encoding) + '\n');
         }

@@ -69,8 +69,7 @@ int convert(const ConvertArguments& arguments) {
 /// The bytes of a table file, deciphered if the library would.
 std::string read_table(const std::string& file) {
     std::string bytes = read_file(file);
-    const bool enciphered =
-        file.find("SARE8") != file.npos && !is_compiled_table(bytes);
+    const bool enciphered = file.find("SARE8") != file.npos && !is_compiled_table(bytes);
     return enciphered ? crypt_decode(bytes) : bytes;
 }
 
@@ -235,10 +234,10 @@ void add_compile(CLI::App& table, int& status) {
 
 void add_text(CLI::App& table, int& status) {
     auto arguments = std::make_shared<CompileArguments>();
-    CLI::App* command = add_in_and_out(
-        table, "text", "Write a compiled table as text",
-        "a compiled table; - for standard input",
-        "the text to write; - for standard output", arguments);
+    CLI::App* command =
+        add_in_and_out(table, "text", "Write a compiled table as text",
+                       "a compiled table; - for standard input",
+                       "the text to write; - for standard output", arguments);
     command->footer(
         "Exit status: 0 written; 2 a file that can't be used.\n\n"
         "Example:\n"

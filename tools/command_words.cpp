@@ -178,9 +178,10 @@ void add_generate(CLI::App& app, int& status) {
                      "words; - for the lines of standard input")
         ->required();
     command
-        ->add_option("TAG", arguments->tag,
-                     "a tag that the forms carry, as IZE; for a word that the lexicon lacks "
-                     "its class: ARR, IZO, ADI, PIB, LIB or IZB")
+        ->add_option(
+            "TAG", arguments->tag,
+            "a tag that the forms carry, as IZE; for a word that the lexicon lacks "
+            "its class: ARR, IZO, ADI, PIB, LIB or IZB")
         ->required();
     command->positionals_at_end();
     command->footer(

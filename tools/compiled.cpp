@@ -78,7 +78,8 @@ std::string compiled_from_text(const std::string& text) {
 std::string text_from_compiled(const std::string& image) {
     Taula table;
     load_table(table, image);
-    table.addEgoera(new Egoera());  // unfolds the graph; stays the last state, without arcs
+    table.addEgoera(
+        new Egoera());  // unfolds the graph; stays the last state, without arcs
     std::string text;
     for (std::size_t state = 0; state < table.egoerak.size(); ++state) {
         if (table.egoerak[state] == nullptr) continue;

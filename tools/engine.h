@@ -28,8 +28,8 @@ struct EngineArguments {
 /// Adds --config, --dictionary and --encoding.
 void add_engine_options(CLI::App& command, EngineArguments& arguments);
 
-/// A checker with the same tables. Without a dictionary that is named it uses none, so that
-/// answers depend on nothing else.
+/// A checker with the same tables. Without a dictionary that is named it uses none, so
+/// that answers depend on nothing else.
 CheckerArguments checker_arguments(const EngineArguments& arguments);
 
 /// Adds --encoding.

@@ -21,8 +21,8 @@ std::vector<std::string> items_of(const Finding& finding) {
     return items;
 }
 
-/// A NUL and each byte that is no UTF-8 separate words and count as one character, whatever
-/// they would be with their neighbours.
+/// A NUL and each byte that is no UTF-8 separate words and count as one character,
+/// whatever they would be with their neighbours.
 void make_blank_what_separates(std::string& text) {
     for (std::size_t at = 0; at < text.size();) {
         const host::Character c = character_at(text, at);
@@ -44,7 +44,8 @@ std::string line_of(const Finding& finding, std::size_t skipped) {
 }  // namespace
 
 std::string ispell_banner() {
-    // The words "but really" and a known name would make Emacs ask what only that one answers.
+    // The words "but really" and a known name would make Emacs ask what only that one
+    // answers.
     return std::string("@(#) International Ispell Version 3.2.06 (Lemara ") + version() +
            ")\n";
 }

@@ -25,9 +25,9 @@ inline std::size_t thread_count(std::size_t wanted) {
     return wanted > 0 ? wanted : std::max(1u, std::thread::hardware_concurrency());
 }
 
-/// Runs `work` on values in `threads` threads and hands the results to `take`, in the order
-/// in which the values were added and in the thread that adds them. With one thread the
-/// work is done where it is added.
+/// Runs `work` on values in `threads` threads and hands the results to `take`, in the
+/// order in which the values were added and in the thread that adds them. With one thread
+/// the work is done where it is added.
 ///
 /// At most four results for each thread wait. An exception of `work` comes out where its
 /// result would be taken.

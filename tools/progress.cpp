@@ -35,7 +35,8 @@ void draw(const std::string& text) { write_all(STDERR_FILENO, "\r\033[K" + text)
 Progress::Progress(const std::vector<std::string>& files)
     : shown_(::isatty(STDERR_FILENO) == 1),
       next_(std::chrono::steady_clock::now() + BEFORE_THE_FIRST) {
-    if (shown_) total_ = size_of_all(files.empty() ? std::vector<std::string>{"-"} : files);
+    if (shown_)
+        total_ = size_of_all(files.empty() ? std::vector<std::string>{"-"} : files);
 }
 
 Progress::~Progress() { wipe(); }
@@ -57,7 +58,8 @@ void Progress::reached(std::uint64_t bytes) {
     } else {
         const std::uint64_t done = std::min(bytes, total_);
         const std::size_t filled = static_cast<std::size_t>(done * BAR / total_);
-        std::snprintf(text, sizeof text, "] %3d %%", static_cast<int>(done * 100 / total_));
+        std::snprintf(text, sizeof text, "] %3d %%",
+                      static_cast<int>(done * 100 / total_));
         draw('[' + std::string(filled, '#') + std::string(BAR - filled, ' ') + text);
     }
     drawn_ = true;

@@ -9,7 +9,8 @@
 namespace lemara::tools {
 
 /// A line on standard error that tells which share of the input is done, drawn anew a few
-/// times a second and wiped at the end. If standard error is no terminal nothing is written.
+/// times a second and wiped at the end. If standard error is no terminal nothing is
+/// written.
 class Progress {
 public:
     /// `files` as for TextReader. What comes from standard input or a pipe has no size;

@@ -133,7 +133,8 @@ bool ChunkReader::fill(Chunk& chunk) {
 
 bool ChunkReader::next(Chunk& chunk) {
     if (file_ == files_.size()) return false;
-    if (source_ == nullptr) source_ = std::make_unique<Source>(files_[file_], ends_ == Ends::LINES_OF_BYTES);
+    if (source_ == nullptr)
+        source_ = std::make_unique<Source>(files_[file_], ends_ == Ends::LINES_OF_BYTES);
     chunk = Chunk();
     chunk.file = file_;
     chunk.first = first_;

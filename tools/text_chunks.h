@@ -15,11 +15,11 @@ constexpr std::size_t CHUNK = std::size_t{1} << 18;  // bytes, where a cut can b
 
 /// A stretch of a file that begins and ends where a paragraph does.
 struct Chunk {
-    std::size_t file = 0;     ///< position in the list of files
-    bool first = false;       ///< the first of its file
-    bool last = false;        ///< the last of its file
-    std::string text;         ///< as it stands in the file
-    std::string trouble;      ///< why the file ends here, "PATH: REASON"; empty if it's done
+    std::size_t file = 0;  ///< position in the list of files
+    bool first = false;    ///< the first of its file
+    bool last = false;     ///< the last of its file
+    std::string text;      ///< as it stands in the file
+    std::string trouble;   ///< why the file ends here, "PATH: REASON"; empty if it's done
 };
 
 /// How far a text goes, counted as the checker counts places.
@@ -50,8 +50,8 @@ void for_each_line(std::string_view text, Take take) {
 /// What comes from a pipe or a terminal is given out as it arrives.
 class ChunkReader {
 public:
-    /// What ends a paragraph: an empty line, each line feed, or each line feed of any bytes,
-    /// where a NUL is no trouble.
+    /// What ends a paragraph: an empty line, each line feed, or each line feed of any
+    /// bytes, where a NUL is no trouble.
     enum class Ends { BLANK_LINES, LINES, LINES_OF_BYTES };
 
     /// `files`: "-" is standard input, and so is an empty list.
@@ -73,7 +73,7 @@ private:
     std::size_t file_ = 0;
     bool first_ = true;
     std::unique_ptr<Source> source_;
-    std::string waiting_;        // read and not given out
+    std::string waiting_;       // read and not given out
     std::size_t searched_ = 0;  // bytes of it in which no paragraph ends
 
     bool fill(Chunk& chunk);

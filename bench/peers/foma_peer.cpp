@@ -1,4 +1,5 @@
-// foma's library: analysis strings of a word. DATA: a binary network, upper side the analysis.
+// foma's library: analysis strings of a word. DATA: a binary network, upper side the
+// analysis.
 #include <cstring>
 
 #include "peer.h"
@@ -18,7 +19,8 @@ int main(int argc, char** argv) {
                          [&](const std::string& word, std::string* text) {
                              peer::Strings found;
                              std::size_t sum = 0;
-                             char* result = apply_up(handle, const_cast<char*>(word.c_str()));
+                             char* result =
+                                 apply_up(handle, const_cast<char*>(word.c_str()));
                              while (result != nullptr) {
                                  sum += std::strlen(result);
                                  if (text != nullptr) found.emplace_back(result);

@@ -1,5 +1,5 @@
-// HFST's library: analysis strings of a word. DATA: a network in its optimised lookup form,
-// input side the word.
+// HFST's library: analysis strings of a word. DATA: a network in its optimised lookup
+// form, input side the word.
 #include <hfst.h>
 
 #include "peer.h"

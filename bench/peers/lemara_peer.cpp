@@ -1,5 +1,6 @@
-// This library, and the plain form of its tables. DATA: a configuration file, then the table of
-// the main network as text. Tasks whose names begin with "plain_" walk the graph.
+// This library, and the plain form of its tables. DATA: a configuration file, then the
+// table of the main network as text. Tasks whose names begin with "plain_" walk the
+// graph.
 #include <cstring>
 #include <map>
 #include <memory>
@@ -46,7 +47,8 @@ std::string utf8(const std::string& text) {
 std::size_t size_of(const std::vector<Analisia>& records, std::string* text) {
     if (text != nullptr) {
         Strings all;
-        for (const Analisia& record : records) all.push_back(utf8(record.analisia + ' ' + record.forma));
+        for (const Analisia& record : records)
+            all.push_back(utf8(record.analisia + ' ' + record.forma));
         *text = peer::line_of(all);
     }
     return records.size();
@@ -63,11 +65,13 @@ bool plain_valid(std::map<std::string, PlainForm>& forms, const std::string& wor
     return false;
 }
 
-Strings plain_proposals(std::map<std::string, PlainForm>& forms, const std::string& word) {
+Strings plain_proposals(std::map<std::string, PlainForm>& forms,
+                        const std::string& word) {
     Strings result;
     const auto take = [&](const Strings& candidates, std::size_t limit) {
         for (const std::string& candidate : candidates) {
-            if (result.size() < limit && plain_valid(forms, candidate)) result.push_back(candidate);
+            if (result.size() < limit && plain_valid(forms, candidate))
+                result.push_back(candidate);
         }
     };
     take(sortu_proposamen_hautagaiak_MAI(word.c_str()), 1000);
@@ -88,14 +92,16 @@ int main(int argc, char** argv) {
     if (task == "compile") {
         // WORDS is any file here; DATA is a table as text and the image to be written.
         const Taula table(arguments.data.at(0));
-        std::ofstream(arguments.data.at(1), std::ios::binary) << lemara::compile_table(table);
+        std::ofstream(arguments.data.at(1), std::ios::binary)
+            << lemara::compile_table(table);
         return 0;
     }
     if (task == "plain_load") {
         const double start = peer::cpu_seconds();
         const auto table = lemara::bench::plain_load(arguments.data.at(1));
-        return peer::measure(arguments, peer::cpu_seconds() - start, {},
-                             [](const std::string&, std::string*) { return std::size_t{0}; });
+        return peer::measure(
+            arguments, peer::cpu_seconds() - start, {},
+            [](const std::string&, std::string*) { return std::size_t{0}; });
     }
 
     std::cout.setstate(std::ios::failbit);  // the engine's own messages
@@ -103,15 +109,17 @@ int main(int argc, char** argv) {
     auto engine = std::make_unique<Lemara>(arguments.data.at(0));
     const double load = peer::cpu_seconds() - start;
     if (task == "load") {
-        return peer::measure(arguments, load, {},
-                             [](const std::string&, std::string*) { return std::size_t{0}; });
+        return peer::measure(arguments, load, {}, [](const std::string&, std::string*) {
+            return std::size_t{0};
+        });
     }
 
     std::unique_ptr<Taula> text;
     std::map<std::string, PlainForm> forms;
     std::vector<std::unique_ptr<Taula>> tables;
     if (task.compare(0, 6, "plain_") == 0) {
-        const std::string folder = arguments.data.at(1).substr(0, arguments.data.at(1).rfind('/') + 1);
+        const std::string folder =
+            arguments.data.at(1).substr(0, arguments.data.at(1).rfind('/') + 1);
         for (const auto& [key, network] : engine->sareak) {
             tables.push_back(lemara::bench::plain_load(folder + key + ".sare"));
             tables.back()->hiztegia = key;

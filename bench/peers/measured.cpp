@@ -1,6 +1,6 @@
-// Runs a command and tells, on the last line of standard error, its processor time and its
-// largest resident memory: measured COMMAND... A large parent's memory would count as that of
-// the child until it has its own, so this program stays small.
+// Runs a command and tells, on the last line of standard error, its processor time and
+// its largest resident memory: measured COMMAND... A large parent's memory would count as
+// that of the child until it has its own, so this program stays small.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,11 +1,12 @@
-// One contestant of bench/compare: a program that loads its data, does one task over a list of
-// words until it has used enough processor time, and tells how long a pass took, as JSON.
+// One contestant of bench/compare: a program that loads its data, does one task over a
+// list of words until it has used enough processor time, and tells how long a pass took,
+// as JSON.
 //
 //     PEER TASK WORDS [--answers FILE] [--seconds S] DATA...
 //
-// WORDS is UTF-8, a word a line. With --answers the answers of one pass are written to FILE, a
-// line for each word, so that contestants can be compared. Time is processor time of this
-// process, so other work on the machine costs little; the median pass counts.
+// WORDS is UTF-8, a word a line. With --answers the answers of one pass are written to
+// FILE, a line for each word, so that contestants can be compared. Time is processor time
+// of this process, so other work on the machine costs little; the median pass counts.
 #pragma once
 
 #include <time.h>
@@ -73,8 +74,8 @@ inline Arguments arguments(int argc, char** argv) {
     return result;
 }
 
-/// Asks about one word. Writes the answer to `text` if it isn't null, and returns a number that
-/// depends on the answer.
+/// Asks about one word. Writes the answer to `text` if it isn't null, and returns a
+/// number that depends on the answer.
 using Ask = std::function<std::size_t(const std::string& word, std::string* text)>;
 
 /// Strings, sorted and without repeats, in one line.
@@ -112,9 +113,10 @@ inline int measure(const Arguments& arguments, double load_seconds, const String
         if (spent > 4 * arguments.seconds + 2) break;
     }
     std::sort(passes.begin(), passes.end());
-    std::printf("{\"items\": %zu, \"seconds\": %.9f, \"passes\": %zu, \"load\": %.9f, "
-                "\"rss_kib\": %ld, \"sum\": %zu}\n",
-                words.size(), passes[passes.size() / 2], passes.size(), load_seconds, rss, sum);
+    std::printf(
+        "{\"items\": %zu, \"seconds\": %.9f, \"passes\": %zu, \"load\": %.9f, "
+        "\"rss_kib\": %ld, \"sum\": %zu}\n",
+        words.size(), passes[passes.size() / 2], passes.size(), load_seconds, rss, sum);
     return 0;
 }
 

@@ -38,7 +38,7 @@ struct Problem {
 struct Place {
     std::size_t byte = 0;        ///< bytes of UTF-8
     std::size_t code_point = 0;  ///< characters as Unicode numbers them
-    std::size_t utf16 = 0;  ///< units, two for a character beyond U+FFFF
+    std::size_t utf16 = 0;       ///< units, two for a character beyond U+FFFF
 };
 
 /// A stretch of a text. Its first character may be looked at by line and column.
@@ -67,7 +67,7 @@ enum class Kind {
 struct Finding {
     Kind kind = Kind::unknown;  ///< what it is
     Span span;                  ///< where it is
-    std::string token;  ///< as written: the bytes of the text at `span`
+    std::string token;          ///< as written: the bytes of the text at `span`
 
     /// Proposals or better forms, the likeliest first, without repeats; the checker
     /// accepts each of them. At most as many as were asked for.
@@ -84,7 +84,7 @@ struct Reading {
     std::string better;   ///< the recommended lemma, or empty
     std::string instead;  ///< the lemma to use instead, or empty
     std::string source;   ///< where the recommendation is from, or empty
-    int case_class = 0;   ///< 1: the word begins with a capital; 2: it has no small letter
+    int case_class = 0;  ///< 1: the word begins with a capital; 2: it has no small letter
 };
 
 /// A generated form and its reading.
@@ -122,7 +122,7 @@ struct CheckOptions {
     /// candidates.
     std::chrono::milliseconds time_per_word{0};
     std::chrono::milliseconds time_in_all{0};  ///< the same for all of a call
-    bool report_foreign = false;               ///< words with foreign letters are findings
+    bool report_foreign = false;  ///< words with foreign letters are findings
     /// Words that count as known, as written or in small letters. Borrowed.
     const std::set<std::string>* accepted = nullptr;
 };
@@ -197,8 +197,8 @@ public:
     void check(std::string_view text, const CheckOptions& options,
                const std::function<bool(const Finding&)>& take) const;
 
-    /// All tokens of a text with their readings, in order, none overlapping another. `take`
-    /// answers false to end.
+    /// All tokens of a text with their readings, in order, none overlapping another.
+    /// `take` answers false to end.
     void analyze(std::string_view text, Paragraphs paragraphs,
                  const std::function<bool(const Token&)>& take) const;
     /// The same as a list.

@@ -6,21 +6,22 @@
 class Taula;
 
 /// \file
-/// Compiled tables: a table as a binary image that is mapped into memory and searched in place.
+/// Compiled tables: a table as a binary image that is mapped into memory and searched in
+/// place.
 ///
 /// Taula::kargatu recognises an image by its first bytes, whatever the file is called. A
-/// table loaded from one answers like the text that it was compiled from; its `egoerak` stays
-/// empty until an operation changes the graph, which is then unfolded from the image. A
-/// damaged image leaves the table as it is, in silence: a caller that wants to know asks
-/// compiled_table_defect first. A file that is cut short while it is mapped kills the
-/// process when the missing part is touched, so replace such files by renaming.
+/// table loaded from one answers like the text that it was compiled from; its `egoerak`
+/// stays empty until an operation changes the graph, which is then unfolded from the
+/// image. A damaged image leaves the table as it is, in silence: a caller that wants to
+/// know asks compiled_table_defect first. A file that is cut short while it is mapped
+/// kills the process when the missing part is touched, so replace such files by renaming.
 ///
 /// The format is our own: docs/table-format.md tells it.
 
 namespace lemara {
 
-/// The image of a table, to be written to a file as it is. Arcs that lead nowhere are left
-/// out. Cost: linear in the records.
+/// The image of a table, to be written to a file as it is. Arcs that lead nowhere are
+/// left out. Cost: linear in the records.
 [[gnu::visibility("default")]] std::string compile_table(const Taula& table);
 
 /// What is wrong with an image, in words; empty if nothing is. Reads every byte once.
@@ -29,8 +30,8 @@ namespace lemara {
 /// True if a file that begins with `bytes` means to be a compiled table. 8 bytes tell.
 [[gnu::visibility("default")]] bool is_compiled_table(std::string_view bytes);
 
-/// The same image with the byte order of the other kind of machine. Machines read both; their
-/// own is the one that they map.
+/// The same image with the byte order of the other kind of machine. Machines read both;
+/// their own is the one that they map.
 [[gnu::visibility("default")]] std::string with_other_byte_order(std::string image);
 
 }  // namespace lemara

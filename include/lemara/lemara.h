@@ -56,7 +56,7 @@ extern "C" {
 #endif
 
 /** How a call went. */
-typedef LEMARA_ENUM(lemara_status) {
+typedef LEMARA_ENUM(lemara_status){
     LEMARA_OK = 0,           /**< done */
     LEMARA_REFUSED = 1,      /**< the message tells why */
     LEMARA_BAD_ARGUMENT = 2, /**< null, an index too high, a structure without its size */
@@ -65,7 +65,7 @@ typedef LEMARA_ENUM(lemara_status) {
 } lemara_status;
 
 /** What there is to tell about a stretch of text. */
-typedef LEMARA_ENUM(lemara_kind) {
+typedef LEMARA_ENUM(lemara_kind){
     LEMARA_UNKNOWN = 0,     /**< no source knows the word */
     LEMARA_BETTER_FORM = 1, /**< a deviant form; the forms are the standard ones */
     LEMARA_USE_INSTEAD = 2, /**< the forms are recommended in its place */
@@ -75,14 +75,14 @@ typedef LEMARA_ENUM(lemara_kind) {
 } lemara_kind;
 
 /** What separates paragraphs. Any other number is read as LEMARA_LINES. */
-typedef LEMARA_ENUM(lemara_paragraphs) {
+typedef LEMARA_ENUM(lemara_paragraphs){
     LEMARA_LINES = 0,       /**< each line is a paragraph */
     LEMARA_BLANK_LINES = 1, /**< blank lines separate them */
     LEMARA_WHOLE = 2        /**< the text is one */
 } lemara_paragraphs;
 
 /** The mark-ups that lemara_render writes. It refuses any other number. */
-typedef LEMARA_ENUM(lemara_format) {
+typedef LEMARA_ENUM(lemara_format){
     LEMARA_MULTEXT = 0,  /**< a line for each token, with its analyses */
     LEMARA_CG3 = 1,      /**< constraint grammar's stream */
     LEMARA_IKUTE = 2,    /**< the last problem word of each sentence */
@@ -294,9 +294,8 @@ LEMARA_API void lemara_tokens_free(lemara_tokens* tokens);
  * paragraph, which LEMARA_MARKUP always shows as 0. */
 LEMARA_API lemara_status lemara_render(const lemara_checker* checker,
                                        const char* paragraph, size_t length,
-                                       lemara_format format, int variants,
-                                       int number, lemara_strings** markup,
-                                       lemara_error** error);
+                                       lemara_format format, int variants, int number,
+                                       lemara_strings** markup, lemara_error** error);
 
 /** 1 in `valid` if a check of the word alone has no finding. */
 LEMARA_API lemara_status lemara_valid(const lemara_checker* checker, const char* word,

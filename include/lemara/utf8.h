@@ -5,7 +5,8 @@
 #include <string_view>
 
 /// \file
-/// UTF-8 and Latin-1: the one place where the checker and the tools take characters apart.
+/// UTF-8 and Latin-1: the one place where the checker and the tools take characters
+/// apart.
 
 namespace lemara::host {
 
@@ -20,7 +21,8 @@ struct Character {
 };
 
 /// The character at byte `at` of `text`, which must not be its end.
-[[gnu::visibility("default")]] Character character_at(std::string_view text, std::size_t at);
+[[gnu::visibility("default")]] Character character_at(std::string_view text,
+                                                      std::size_t at);
 
 /// The first byte that is no UTF-8; npos if there is none.
 [[gnu::visibility("default")]] std::size_t find_invalid_utf8(std::string_view text);

@@ -17,14 +17,16 @@ using lemara::text_of;
 
 namespace {
 
-/// Verbal prefixes that may stand in front of a lemma, in the order in which they are tested.
+/// Verbal prefixes that may stand in front of a lemma, in the order in which they are
+/// tested.
 constexpr std::string_view PREFIXES[] = {
     "ba<AUR><MEN><BALD>",
     "ba<AUR><PRT>",
     "bait<AUR><MEN><KAUS>",
 };
 
-constexpr std::string_view BRACKET_KEYS[] = {"[h=", "[e=", "[p=", "[s=", "[a=", "[z=", "[c="};
+constexpr std::string_view BRACKET_KEYS[] = {
+    "[h=", "[e=", "[p=", "[s=", "[a=", "[z=", "[c="};
 
 /// The index behind the next `close` from `from` on, or the end of the text.
 std::size_t behind(std::string_view text, char close, std::size_t from) {
@@ -51,8 +53,8 @@ std::string read_lemma(std::string_view text) {
         } else {
             i = behind(text, ']', i);
             if (i >= text.size()) break;
-            // Kept on purpose: whatever tag follows a bracket group does not end the lemma,
-            // and any other byte there is copied untested, a second "[" included.
+            // Kept on purpose: whatever tag follows a bracket group does not end the
+            // lemma, and any other byte there is copied untested, a second "[" included.
             if (text[i] == '<') {
                 i = behind(text, '>', i);
             } else {
@@ -70,8 +72,8 @@ std::string read_group(std::string_view text, std::string_view key) {
     return std::string(text.substr(start, text.find(']', start) - start));
 }
 
-/// Calls `visit` with the name of every tag, from left to right. The marker "<>" has an empty
-/// name, and a "<" inside a bracket group opens a tag as well.
+/// Calls `visit` with the name of every tag, from left to right. The marker "<>" has an
+/// empty name, and a "<" inside a bracket group opens a tag as well.
 template <class Visit>
 void for_each_tag(std::string_view text, Visit visit) {
     std::size_t open = text.find('<');
@@ -94,8 +96,8 @@ void append_name(std::string& list, std::string_view name) {
     list += name;
 }
 
-/// Writes an ordinary name behind a plus, recased to one capital. Takes an output iterator, and
-/// answers where it is then.
+/// Writes an ordinary name behind a plus, recased to one capital. Takes an output
+/// iterator, and answers where it is then.
 template <class Out>
 Out write_twol(Out out, std::string_view name) {
     // Kept on purpose: all names in "h" are left out, and the empty one, where `etiketa`
@@ -133,8 +135,8 @@ std::string ateraGoitik(const char* analisia, const char* modua) {
 
 namespace {
 
-/// Where the lemma of most texts ends: at the first tag, with nothing in front of it to be
-/// passed over. Npos if the text is none of those.
+/// Where the lemma of most texts ends: at the first tag, with nothing in front of it to
+/// be passed over. Npos if the text is none of those.
 std::size_t end_of_plain_lemma(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size() && text[i] != '<' && text[i] != '[') ++i;
@@ -145,7 +147,8 @@ std::size_t end_of_plain_lemma(std::string_view text) {
     return front == "ba" || front == "bait" ? std::string_view::npos : i;
 }
 
-/// Room for two texts that are no longer than a third. On the stack, if that one is short.
+/// Room for two texts that are no longer than a third. On the stack, if that one is
+/// short.
 class TwoTexts {
 public:
     explicit TwoTexts(std::size_t size) {
@@ -180,8 +183,8 @@ Analisia::Analisia(std::string analisia_, std::string hiztegia_)
         read_tags(text.substr(std::min(text.find('<'), text.size())));
         groups = contains(text, "[");
     }
-    // A plus marks a boundary inside a word. A lemma that is just "+" is that sign, and a web
-    // address keeps its own.
+    // A plus marks a boundary inside a word. A lemma that is just "+" is that sign, and a
+    // web address keeps its own.
     if (lema.size() >= 2 && contains(lema, "+") && !contains(etiketa, "WEB")) {
         lema.erase(std::remove(lema.begin(), lema.end(), '+'), lema.end());
     }
@@ -191,8 +194,8 @@ Analisia::Analisia(std::string analisia_, std::string hiztegia_)
     erabili = read_group(text, "[e=");
 }
 
-/// The four lists of tags in one pass; what each takes is told at its extractor, which is its
-/// twin. The text begins with a tag, or is empty. True if it holds a "[".
+/// The four lists of tags in one pass; what each takes is told at its extractor, which is
+/// its twin. The text begins with a tag, or is empty. True if it holds a "[".
 bool Analisia::read_tags(std::string_view text) {
     const TwoTexts lists(text.size());
     char* tag_end = lists.first;
@@ -228,7 +231,8 @@ std::string Analisia::ateraEtiketa(const char* text) const {
 std::string Analisia::ateraTWOL(const char* text) const {
     std::string result;
     for_each_tag(text_of(text), [&](std::string_view name) {
-        if (!is_quality(name) && !is_opinion(name)) write_twol(std::back_inserter(result), name);
+        if (!is_quality(name) && !is_opinion(name))
+            write_twol(std::back_inserter(result), name);
     });
     return result;
 }
@@ -245,4 +249,6 @@ bool Analisia::CompareLemaLuzera(const Analisia& a, const Analisia& b) {
     return a.lema.size() < b.lema.size();
 }
 
-bool CompareLemaAlfabetikoa(const Analisia& a, const Analisia& b) { return a.lema < b.lema; }
+bool CompareLemaAlfabetikoa(const Analisia& a, const Analisia& b) {
+    return a.lema < b.lema;
+}

@@ -16,8 +16,12 @@ using lemara::text_of;
 
 namespace {
 
-bool begins_small(std::string_view text) { return !text.empty() && orbi_islower(text[0]); }
-bool begins_capital(std::string_view text) { return !text.empty() && orbi_isupper(text[0]); }
+bool begins_small(std::string_view text) {
+    return !text.empty() && orbi_islower(text[0]);
+}
+bool begins_capital(std::string_view text) {
+    return !text.empty() && orbi_isupper(text[0]);
+}
 
 /// A lemma with a capital is not read off a token in small letters.
 bool case_fits(std::string_view token, std::string_view analysis) {
@@ -26,15 +30,15 @@ bool case_fits(std::string_view token, std::string_view analysis) {
 
 /// Ends of multiword lemmas that the tables over-generate.
 constexpr std::string_view FALSE_LEMMAS[] = {
-    "bidea ireki<", "bat egin<",  "bat etorri<",   "asko izan<",   "bat egon<",
-    "bat izan<",    "bat ere<",   "eta bi<",       "eta beste<",   "eta gero<",
-    "lagun eraman<", "lagun izan<", "nahi beste<", "nola ez<",     "era batera<",
+    "bidea ireki<",  "bat egin<",   "bat etorri<", "asko izan<", "bat egon<",
+    "bat izan<",     "bat ere<",    "eta bi<",     "eta beste<", "eta gero<",
+    "lagun eraman<", "lagun izan<", "nahi beste<", "nola ez<",   "era batera<",
 };
 
 /// The same, wrong only as the noun of a compound postposition.
 constexpr std::string_view FALSE_POSTPOSITIONS[] = {
-    "baina<",   "bat<IZE>",  "bate<IZE>",  "bata<IZE>", "gara<IZE>",
-    "ondo<IZE>", "bera<ADJ>", "be<IZE>",    "zut<ADJ>",
+    "baina<",    "bat<IZE>",  "bate<IZE>", "bata<IZE>", "gara<IZE>",
+    "ondo<IZE>", "bera<ADJ>", "be<IZE>",   "zut<ADJ>",
 };
 
 bool fits_token(std::string_view token, std::string_view analysis,
@@ -80,8 +84,9 @@ bool egiaztatuLAB(const char* tokena, const char* analisia) {
     const bool short_form = contains(analysis, "<SNB>") || contains(analysis, "<SIG>") ||
                             contains(analysis, "<LAB>");
     if (!short_form) return false;
-    // Kept on purpose: the token is not compared with the lemma in front of the first "<" but
-    // with the whole analysis, and with nothing at all if the analysis begins with a tag.
+    // Kept on purpose: the token is not compared with the lemma in front of the first "<"
+    // but with the whole analysis, and with nothing at all if the analysis begins with a
+    // tag.
     return analysis[0] == '<' || token == analysis;
 }
 

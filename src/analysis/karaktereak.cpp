@@ -18,8 +18,18 @@ char ascii_lower(char c) { return is_capital(c) ? static_cast<char>(c + 32) : c;
 /// The high bytes that count as letters when they arrive as negative numbers.
 bool is_signed_letter(int byte) {
     switch (byte) {
-        case 128: case 154: case 186: case 193: case 201: case 205: case 209: case 211:
-        case 214: case 218: case 220: case 246:
+        case 128:
+        case 154:
+        case 186:
+        case 193:
+        case 201:
+        case 205:
+        case 209:
+        case 211:
+        case 214:
+        case 218:
+        case 220:
+        case 246:
             return true;
         default:
             return (byte >= 196 && byte <= 199) || (byte >= 224 && byte <= 239) ||
@@ -99,14 +109,15 @@ bool alfazenbakizkoaDa(int c) {
         const char byte = static_cast<char>(c);
         return is_small(byte) || is_capital(byte) || (c >= '0' && c <= '9');
     }
-    // Kept on purpose: high bytes are letters here only as negative numbers. The tokeniser
-    // passes unsigned ones, so there an accented letter is neither letter nor punctuation.
+    // Kept on purpose: high bytes are letters here only as negative numbers. The
+    // tokeniser passes unsigned ones, so there an accented letter is neither letter nor
+    // punctuation.
     return c >= -128 && c < 0 && is_signed_letter(c + 256);
 }
 
 bool puntuazioaDa(int c) {
-    // Kept on purpose: the NUL that ends the list belongs to it, so 0 counts as punctuation.
-    // One byte of `c` is looked at, so 161 and -95 are the same sign.
+    // Kept on purpose: the NUL that ends the list belongs to it, so 0 counts as
+    // punctuation. One byte of `c` is looked at, so 161 and -95 are the same sign.
     return IS_PUNCTUATION[static_cast<std::uint8_t>(c)];
 }
 

@@ -1,5 +1,6 @@
-// Finds the records and the paradigm entries of a word without a scan. The dictionary's public
-// containers stay the truth: an index that has not the size of its container is made anew.
+// Finds the records and the paradigm entries of a word without a scan. The dictionary's
+// public containers stay the truth: an index that has not the size of its container is
+// made anew.
 #pragma once
 
 #include <algorithm>
@@ -19,7 +20,8 @@ public:
     using Roots = std::map<std::string, HPsarrera*>;
 
     /// The records of a word with a class tag.
-    const Records& find(const Records& all, const std::string& word, const std::string& tag) {
+    const Records& find(const Records& all, const std::string& word,
+                        const std::string& tag) {
         if (record_count_ != all.size()) {
             records_.clear();
             record_count_ = 0;
@@ -45,7 +47,8 @@ public:
 
     void add(HPsarrera* record) {
         ++record_count_;
-        if (record != nullptr) records_[key_of(record->lema, record->kategoria)].push_back(record);
+        if (record != nullptr)
+            records_[key_of(record->lema, record->kategoria)].push_back(record);
     }
 
     void add_root(const std::string& key, const HPsarrera* entry) {
@@ -69,7 +72,9 @@ public:
 private:
     using Key = std::pair<std::string, std::string>;  // word and class tag
 
-    static Key key_of(const std::string& word, const std::string& tag) { return {word, tag}; }
+    static Key key_of(const std::string& word, const std::string& tag) {
+        return {word, tag};
+    }
 
     std::map<Key, Records> records_;
     std::unordered_map<std::string, std::vector<std::string>> roots_;

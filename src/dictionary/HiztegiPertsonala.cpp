@@ -1,7 +1,6 @@
 // The personal dictionary: its objects and the lookup. Adding is in
-// HiztegiPertsonala_add.cpp, the file in HiztegiPertsonala_file.cpp, the forms of verbs in
-// HiztegiPertsonala_verbs.cpp. Tests:
-// tests/dictionary/lookup_test.cpp.
+// HiztegiPertsonala_add.cpp, the file in HiztegiPertsonala_file.cpp, the forms of verbs
+// in HiztegiPertsonala_verbs.cpp. Tests: tests/dictionary/lookup_test.cpp.
 #include "HiztegiPertsonala.h"
 
 #include <algorithm>
@@ -17,8 +16,8 @@ namespace {
 /// The byte at the start of a C string: NUL for an empty one.
 char first_byte(const std::string& text) { return text.empty() ? '\0' : text[0]; }
 
-/// Whether lowering changes the first byte decides, not what the walk makes of the word: a
-/// digit in front gives 0 here.
+/// Whether lowering changes the first byte decides, not what the walk makes of the word:
+/// a digit in front gives 0 here.
 int case_class(const std::string& lowered_start, const std::string& word) {
     if (first_byte(lowered_start) == first_byte(word)) return 0;
     return touppercase(word) == word ? 2 : 1;
@@ -31,8 +30,8 @@ HiztegiPertsonala::HiztegiPertsonala()
       gehienezko_hitzak(0),
       aurkibidea(std::make_unique<lemara::DictionaryIndex>()) {}
 
-// An exception out of this body comes after the default constructor is done, so the destructor
-// runs and frees what was loaded.
+// An exception out of this body comes after the default constructor is done, so the
+// destructor runs and frees what was loaded.
 HiztegiPertsonala::HiztegiPertsonala(const std::string& path) : HiztegiPertsonala() {
     fitxategia = path;
     kargatu_fitxategia();
@@ -57,13 +56,15 @@ std::vector<Analisia> HiztegiPertsonala::analizatu(const std::string& hitza,
         if (!lemara::starts_with(root->first, start)) break;
         if (root->second == nullptr) continue;
         const HPsarrera& entry = *root->second;
-        // Kept on purpose: the stem of a name has its capitals and the lowered word has none,
-        // so a name that was filed with a capital is not found here. Generation finds it.
+        // Kept on purpose: the stem of a name has its capitals and the lowered word has
+        // none, so a name that was filed with a capital is not found here. Generation
+        // finds it.
         if (!lemara::starts_with(word, entry.erroa)) continue;
         if (!egiaztatuIzenBereziak(hitza.c_str(), entry.lema.c_str())) continue;
         const std::string input = entry.paradigma + word.substr(entry.erroa.size());
         for (const Analisia& ending : table.analizatuTokena(input)) {
-            Analisia record(entry.lema + entry.kategoria + ending.analisia, table.hiztegia);
+            Analisia record(entry.lema + entry.kategoria + ending.analisia,
+                            table.hiztegia);
             record.hobe = entry.hobe;
             record.erabili = entry.erabili;
             record.sai = entry.sai;

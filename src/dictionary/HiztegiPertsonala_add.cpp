@@ -1,5 +1,5 @@
-// Adding a word: which paradigms it takes, by its class tag and its last letters, and which
-// stem goes with each. Tests: tests/dictionary/add_test.cpp.
+// Adding a word: which paradigms it takes, by its class tag and its last letters, and
+// which stem goes with each. Tests: tests/dictionary/add_test.cpp.
 #include <fstream>
 #include <memory>
 #include <stdexcept>
@@ -50,8 +50,10 @@ Paradigms common_word(const std::string& word, char last, bool adjective) {
     return rows;
 }
 
-Paradigms verb(const HiztegiPertsonala& dictionary, const std::string& participle, char last) {
-    // Kept on purpose: "l" and "n" in small letters alone, where the other classes know both.
+Paradigms verb(const HiztegiPertsonala& dictionary, const std::string& participle,
+               char last) {
+    // Kept on purpose: "l" and "n" in small letters alone, where the other classes know
+    // both.
     const std::string name = last == 'l' ? "<hp23>" : last == 'n' ? "<hp22>" : "<hp21>";
     return {
         {"<ADI><ADI_IZE>", "<hp20>", tolowercase(dictionary.lortuAditzizen(participle))},
@@ -101,8 +103,8 @@ bool is_name_class(const std::string& tag) {
     return tag == "<PIB>" || tag == "<LIB>" || tag == "<IZB>";
 }
 
-/// The line of a new word. Kept on purpose: of two recommendations only the better form is
-/// written, and the source mark is always "HP".
+/// The line of a new word. Kept on purpose: of two recommendations only the better form
+/// is written, and the source mark is always "HP".
 std::string file_line(const std::string& word, const std::string& tag,
                       const std::string& better, const std::string& instead) {
     const std::string start = word + '\t' + tag + '\t';
@@ -113,8 +115,10 @@ std::string file_line(const std::string& word, const std::string& tag,
 }  // namespace
 
 void HiztegiPertsonala::gehitu_sarrera(bool fitxategian, const std::string& sarrera,
-                                       const std::string& kategoria, const std::string& hobe,
-                                       const std::string& erabili, const std::string& sai) {
+                                       const std::string& kategoria,
+                                       const std::string& hobe,
+                                       const std::string& erabili,
+                                       const std::string& sai) {
     if (!aurkibidea->find(sarrerak, sarrera, kategoria).empty()) return;
     if (fitxategian) {
         std::ofstream file(fitxategia, std::ios::binary | std::ios::app);
@@ -127,8 +131,8 @@ void HiztegiPertsonala::gehitu_sarrera(bool fitxategian, const std::string& sarr
 
     const std::string lemma = is_name_class(kategoria) ? sarrera : tolowercase(sarrera);
     for (const Paradigm& row : paradigms_of(*this, sarrera, kategoria)) {
-        auto entry = std::make_unique<HPsarrera>(lemma, row.tags, row.stem, hobe, erabili, sai,
-                                                 row.name);
+        auto entry = std::make_unique<HPsarrera>(lemma, row.tags, row.stem, hobe, erabili,
+                                                 sai, row.name);
         // A stem that is taken stays with the word that had it first.
         const std::string key = tolowercase(row.stem);
         if (!erroak.emplace(key, entry.get()).second) continue;

@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr int NO_WORD_YET = 10000;  // start value of the shortest length; stays without a file
+constexpr int NO_WORD_YET =
+    10000;  // start value of the shortest length; stays without a file
 constexpr std::size_t SHORTEST_WORD = 2;  // bytes
 
 /// The bytes of `rest` up to the first of `ends`, which is stepped over too.
@@ -34,8 +35,8 @@ Line cut_line(std::string_view rest) {
     Line line;
     line.word = cut_field(rest, "\t|");
     line.tag = cut_field(rest, "\t");
-    // Kept on purpose: a tag without its ">" costs the line, any other text in place of the
-    // tag ends the load.
+    // Kept on purpose: a tag without its ">" costs the line, any other text in place of
+    // the tag ends the load.
     if (line.tag.empty() || line.tag.front() != '<') {
         throw std::out_of_range("basic_string::substr");
     }
@@ -60,9 +61,11 @@ void HiztegiPertsonala::kargatu_fitxategia() {
         if (text.size() < 2 || lemara::starts_with(text, "//")) continue;
         const Line line = cut_line(text);
         if (line.word.size() < SHORTEST_WORD || line.tag.empty()) continue;
-        gehitu_sarrera(false, line.word, line.tag, line.better, line.instead, line.source);
+        gehitu_sarrera(false, line.word, line.tag, line.better, line.instead,
+                       line.source);
         gehienezko_hitzak = std::max(gehienezko_hitzak, words_in(line.word));
-        gutxieneko_luzera = std::min(gutxieneko_luzera, static_cast<int>(line.word.size()));
+        gutxieneko_luzera =
+            std::min(gutxieneko_luzera, static_cast<int>(line.word.size()));
     }
 }
 
@@ -76,11 +79,12 @@ void HiztegiPertsonala::kendu_sarrera(bool fitxategian, const std::string& sarre
     }
     aurkibidea->remove(sarrera, kategoria);
 
-    // Kept on purpose: paradigm entries of common words have their lemma in small letters, so
-    // a word that was added with a capital keeps them until the next load.
+    // Kept on purpose: paradigm entries of common words have their lemma in small
+    // letters, so a word that was added with a capital keeps them until the next load.
     for (const std::string& key : aurkibidea->roots_of(erroak, sarrera)) {
         const auto root = erroak.find(key);
-        if (root == erroak.end() || !lemara::contains(root->second->kategoria, kategoria)) {
+        if (root == erroak.end() ||
+            !lemara::contains(root->second->kategoria, kategoria)) {
             continue;
         }
         kenduak.emplace_back(root->second);
@@ -92,8 +96,9 @@ void HiztegiPertsonala::kendu_sarrera(bool fitxategian, const std::string& sarre
     std::ofstream file(fitxategia, std::ios::binary | std::ios::trunc);
     for (const HPsarrera* record : sarrerak) {
         if (record == nullptr) continue;
-        file << '\n' << record->lema << '\t' << record->kategoria << '\t' << record->hobe
-             << '\t' << record->erabili << "\tHP";
+        file << '\n'
+             << record->lema << '\t' << record->kategoria << '\t' << record->hobe << '\t'
+             << record->erabili << "\tHP";
     }
     file << '\n';
 }

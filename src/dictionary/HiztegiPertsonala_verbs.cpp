@@ -1,5 +1,5 @@
-// Stem and verbal noun of a verb, from the end of its participle. The first rule that fits
-// decides; there is no lexicon behind it. Tests: tests/dictionary/verbs_test.cpp.
+// Stem and verbal noun of a verb, from the end of its participle. The first rule that
+// fits decides; there is no lexicon behind it. Tests: tests/dictionary/verbs_test.cpp.
 #include <string>
 #include <string_view>
 
@@ -17,25 +17,19 @@ struct VerbRule {
     std::string_view noun_end;
 };
 
-// The order of the rows decides: "ztu" and "stu" stand before "tu", "tzi" and "tsi" before
-// "zi" and "si", "rri" before "ri".
+// The order of the rows decides: "ztu" and "stu" stand before "tu", "tzi" and "tsi"
+// before "zi" and "si", "rri" before "ri".
 constexpr VerbRule RULES[] = {
-    {"ztu", 3, 3, "tz", 2, "te"},
-    {"stu", 3, 3, "ts", 2, "te"},
-    {"tzi", 3, 3, "tz", 3, "zte"},
-    {"tsi", 3, 3, "ts", 3, "ste"},
-    {"tsi", 3, 3, "tx", 3, "xte"},  // Kept on purpose: never reached, behind its own ending.
+    {"ztu", 3, 3, "tz", 2, "te"},  {"stu", 3, 3, "ts", 2, "te"},
+    {"tzi", 3, 3, "tz", 3, "zte"}, {"tsi", 3, 3, "ts", 3, "ste"},
+    {"tsi", 3, 3, "tx", 3, "xte"},  // Kept on purpose: never reached, behind its own
+                                    // ending.
     {"n", 2, 0, "", 1, "te"},       // Kept on purpose: not tried on a word of one byte.
-    {"zi", 2, 0, "", 1, "te"},
-    {"si", 2, 0, "", 1, "te"},
-    {"rri", 3, 2, "", 2, "tze"},
-    {"ni", 2, 1, "", 1, "tze"},
-    {"li", 2, 1, "", 1, "tze"},
-    {"ri", 2, 1, "", 1, "tze"},
-    {"tu", 2, 2, "", 2, "tze"},
-    {"ldu", 3, 2, "", 2, "tze"},
-    {"ndu", 3, 2, "", 2, "tze"},
-    {"", 0, 0, "", 0, "tze"},  // any word
+    {"zi", 2, 0, "", 1, "te"},     {"si", 2, 0, "", 1, "te"},
+    {"rri", 3, 2, "", 2, "tze"},   {"ni", 2, 1, "", 1, "tze"},
+    {"li", 2, 1, "", 1, "tze"},    {"ri", 2, 1, "", 1, "tze"},
+    {"tu", 2, 2, "", 2, "tze"},    {"ldu", 3, 2, "", 2, "tze"},
+    {"ndu", 3, 2, "", 2, "tze"},   {"", 0, 0, "", 0, "tze"},  // any word
 };
 
 /// The ending is sought in small letters; what is kept of the word keeps its capitals.

@@ -47,7 +47,8 @@ Answer CandidateJudge::ask(const Network& network, const Edit& edit, bool small)
     for (const char c : edit.inserted) {
         node = network.words->next(node, lowered(static_cast<std::uint8_t>(c)));
     }
-    node = network.words->follow(node, std::string_view(folded_).substr(edit.at + edit.removed));
+    node = network.words->follow(
+        node, std::string_view(folded_).substr(edit.at + edit.removed));
     return network.words->answer(node, small);
 }
 

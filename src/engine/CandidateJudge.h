@@ -1,5 +1,5 @@
-// Judges the candidates for a misspelt word as edits of it. All candidates share what stands in
-// front of their edit, so the tables read that part of the word once for all.
+// Judges the candidates for a misspelt word as edits of it. All candidates share what
+// stands in front of their edit, so the tables read that part of the word once for all.
 //
 // Gives what Lemara::isValid gives for the candidate as a string; that is its twin.
 // Tests: tests/engine/Lemara_proposals_test.cpp.
@@ -30,7 +30,8 @@ public:
 private:
     struct Network {
         LazyTransducer* words;
-        std::vector<LazyTransducer::Node> prefixes;  // the node behind each number of bytes
+        std::vector<LazyTransducer::Node>
+            prefixes;  // the node behind each number of bytes
     };
 
     Answer ask(const Network& network, const Edit& edit, bool small) const;

@@ -31,8 +31,8 @@ std::vector<std::string> read_paths(const std::string& configuration) {
         if (is_comment(line)) continue;
         // The limit is tested before the file is looked at: a missing one counts as well.
         if (paths.size() == MOST_TABLES) {
-            lemara::messages() << "kargatu_sareak: Taula kopuru handiegia: " << MOST_TABLES
-                      << " da topea!\n";
+            lemara::messages() << "kargatu_sareak: Taula kopuru handiegia: "
+                               << MOST_TABLES << " da topea!\n";
             break;
         }
         if (line.back() == '\r') line.pop_back();
@@ -56,9 +56,9 @@ std::string key_of(const std::string& path) {
     return key;
 }
 
-/// What an engine leaves to its host when it goes: network records without their tables, and
-/// the dictionary. A host may still hold them, so they are never deleted; this list keeps
-/// them reachable, so that they don't look like leaks.
+/// What an engine leaves to its host when it goes: network records without their tables,
+/// and the dictionary. A host may still hold them, so they are never deleted; this list
+/// keeps them reachable, so that they don't look like leaks.
 class LeftToHosts {
 public:
     static LeftToHosts& get() {
@@ -133,7 +133,8 @@ void Lemara::kargatu_sareak() {
         Sarea*& slot = sareak[key];
         ordezkatuak.emplace_back(slot);  // a host may hold the network that is replaced
         slot = network.release();
-        lemara::messages() << std::endl;  // Kept on purpose: a blank line for each network.
+        lemara::messages()
+            << std::endl;  // Kept on purpose: a blank line for each network.
     }
 }
 

@@ -27,15 +27,16 @@ void restore_case(std::string& form, int case_class) {
     if (case_class == 1 && !form.empty()) form[0] = lemara::standard_toupper(form[0]);
 }
 
-/// Equal lengths may come in any order; they keep theirs, on every standard library. Records
-/// are large, so their places are sorted and each is moved once.
+/// Equal lengths may come in any order; they keep theirs, on every standard library.
+/// Records are large, so their places are sorted and each is moved once.
 std::vector<Analisia> shortest_first(std::vector<Analisia> entries) {
     std::vector<Analisia*> order;
     order.reserve(entries.size());
     for (Analisia& entry : entries) order.push_back(&entry);
-    std::stable_sort(order.begin(), order.end(), [](const Analisia* a, const Analisia* b) {
-        return Analisia::CompareLemaLuzera(*a, *b);
-    });
+    std::stable_sort(order.begin(), order.end(),
+                     [](const Analisia* a, const Analisia* b) {
+                         return Analisia::CompareLemaLuzera(*a, *b);
+                     });
     std::vector<Analisia> sorted;
     sorted.reserve(entries.size());
     for (Analisia* entry : order) sorted.push_back(std::move(*entry));
@@ -106,7 +107,8 @@ std::string Lemara::verdict_of_known(const Tokena& token) const {
         *this, token, [&](const lemara::Recommendation& advice) {
             const std::string name = advice.instead ? "erabili" : "hobe";
             for (const Analisia& form : advice.forms) {
-                // Kept on purpose: sought anywhere in the verdict so far, mark-up included.
+                // Kept on purpose: sought anywhere in the verdict so far, mark-up
+                // included.
                 if (!contains(verdict, form.forma)) verdict += element(name, form.forma);
             }
             if (advice.forms.empty() && !contains(verdict, ">" + advice.lemmas + "<")) {
@@ -117,7 +119,8 @@ std::string Lemara::verdict_of_known(const Tokena& token) const {
     return clean ? "\n\t<prop k=\"ok\"/>" : verdict + "\n\t</prop>";
 }
 
-std::string Lemara::getParagrafoaZuzenlex(const std::string& testua, bool proposatu) const {
+std::string Lemara::getParagrafoaZuzenlex(const std::string& testua,
+                                          bool proposatu) const {
     const Paragrafoa paragraph = analizatu_paragrafoa(1, testua);
     std::ostringstream out;
     out << "<p>\n";
@@ -129,7 +132,7 @@ std::string Lemara::getParagrafoaZuzenlex(const std::string& testua, bool propos
             out << "<tok h=\"" << ++number << "\" z=\"" << (token.hutsunea ? "32" : "0")
                 << "\">\n\t<frm>" << token.testua << "</frm>"
                 << (lemara::is_unknown(token) ? verdict_of_unknown(token, proposatu)
-                                      : verdict_of_known(token))
+                                              : verdict_of_known(token))
                 << "\n</tok>\n";
         }
         out << "</es>\n";

@@ -18,12 +18,13 @@ constexpr std::size_t MOST_LATE_PROPOSALS = 5;  // binds the second and third st
 /// Gives the proposals the case of the word as it was typed.
 void restore_case(const std::string& word, std::vector<std::string>& proposals) {
     if (word == touppercase(word)) {
-        for (std::string& proposal : proposals) proposal = touppercase(std::move(proposal));
+        for (std::string& proposal : proposals)
+            proposal = touppercase(std::move(proposal));
         return;
     }
-    // Kept on purpose: the standard conversion, which knows ASCII alone. A word that begins
-    // with an accented small letter counts as capitalised, and a proposal that begins with
-    // one keeps it.
+    // Kept on purpose: the standard conversion, which knows ASCII alone. A word that
+    // begins with an accented small letter counts as capitalised, and a proposal that
+    // begins with one keeps it.
     if (word[0] != lemara::standard_toupper(word[0])) return;
     for (std::string& proposal : proposals) {
         if (!proposal.empty()) proposal[0] = lemara::standard_toupper(proposal[0]);
@@ -37,7 +38,8 @@ std::vector<std::string> lemara::propose(const Lemara& engine, const std::string
     const CandidateJudge judge(engine, hitza);
     std::vector<std::string> proposals;
 
-    // Visitors that keep the edits of a word that are valid: all of them, or up to the limit.
+    // Visitors that keep the edits of a word that are valid: all of them, or up to the
+    // limit.
     const auto keep_from = [&](const std::string& word, std::size_t limit) {
         return [&, limit](const Edit& edit) {
             if (go_on && !go_on()) return false;
@@ -59,7 +61,8 @@ std::vector<std::string> lemara::propose(const Lemara& engine, const std::string
     for_each_known_error(judge.folded(), all_of(judge.folded()));
     if (proposals.empty()) {
         for_each_letter_too_many_or_few(judge.folded(), some_of(judge.folded()));
-        // Kept on purpose: missing blanks come behind letters, in what is generated before.
+        // Kept on purpose: missing blanks come behind letters, in what is generated
+        // before.
         if (proposals.size() < MOST_LATE_PROPOSALS) {
             for_each_missing_blank(judge.folded(), some_of(judge.folded()));
         }

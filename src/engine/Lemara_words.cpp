@@ -23,8 +23,9 @@ void append(std::vector<Analisia>& list, std::vector<Analisia>&& more) {
     for (Analisia& record : more) list.push_back(std::move(record));
 }
 
-/// The class that a wanted list of tags asks for. The order of the rows decides: a list that
-/// holds two of them belongs to the upper row. A longer tag that contains one counts too.
+/// The class that a wanted list of tags asks for. The order of the rows decides: a list
+/// that holds two of them belongs to the upper row. A longer tag that contains one counts
+/// too.
 constexpr const char* WORD_CLASSES[][2] = {
     {"ARR", "<ARR>"}, {"IZO", "<IZO>"}, {"ADI", "<ADI>"},
     {"PIB", "<PIB>"}, {"LIB", "<LIB>"}, {"IZB", "<IZB>"},
@@ -45,7 +46,8 @@ bool is_entry_start(const Analisia& entry) {
 }  // namespace
 
 Paragrafoa Lemara::analizatu_paragrafoa(int, const std::string& testua) const {
-    Paragrafoa paragraph(1, testua);  // Kept on purpose: 1, whatever number was asked for.
+    Paragrafoa paragraph(1,
+                         testua);  // Kept on purpose: 1, whatever number was asked for.
     lemara::analyse_paragraph(paragraph, sareak, dictionary(), true);
     return paragraph;
 }
@@ -58,9 +60,11 @@ std::vector<Analisia> Lemara::analizatuTokena(const std::string& tokena,
 }
 
 std::vector<Analisia> Lemara::analizatuTokena(const std::string& tokena) const {
-    // Kept on purpose: every network, "hp" included, whatever run it takes; no dictionary.
+    // Kept on purpose: every network, "hp" included, whatever run it takes; no
+    // dictionary.
     std::vector<Analisia> analyses;
-    for (const auto& entry : sareak) append(analyses, analizatuTokena(tokena, entry.first));
+    for (const auto& entry : sareak)
+        append(analyses, analizatuTokena(tokena, entry.first));
     return analyses;
 }
 
@@ -76,13 +80,16 @@ bool Lemara::is_valid_text(const std::string& text) const {
     // The first sentence alone is judged.
     const std::vector<Tokena>& tokens = paragraph.esaldiak.front().tokenak;
     return std::none_of(tokens.begin(), tokens.end(), [](const Tokena& token) {
-        return token.analisiak.size() == 1 && contains(token.analisiak[0].etiketa, "EZZG");
+        return token.analisiak.size() == 1 &&
+               contains(token.analisiak[0].etiketa, "EZZG");
     });
 }
 
 bool Lemara::is_in_dictionary(const std::string& word) const {
     if (hiztegiPertsonala == nullptr || hiztegiPertsonala->erroak.empty()) return false;
-    return !hiztegiPertsonala->analizatu(word, find_network(std::string(PARADIGM_NETWORK))).empty();
+    return !hiztegiPertsonala
+                ->analizatu(word, find_network(std::string(PARADIGM_NETWORK)))
+                .empty();
 }
 
 bool Lemara::is_in_networks(const std::string& word) const {
@@ -113,7 +120,8 @@ bool Lemara::begins_entry(const std::string& word) const {
     return has_entry();
 }
 
-std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera, bool iragazi) const {
+std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera,
+                                            bool iragazi) const {
     const Sarea* network = find_network(MAIN_NETWORK);
     if (network == nullptr) return {};
     if (!iragazi) return network->taula->sortuFormak(hasiera, "", true, false);
@@ -137,11 +145,11 @@ std::vector<Analisia> Lemara::sortuFormak(const std::string& hitza,
     }
     std::vector<Analisia> forms;
     if (!analyses.empty()) return forms;
-    lemara::for_each_unknown_form(hitza, etiketa, find_network(std::string(PARADIGM_NETWORK)),
-                                  [&](Analisia& form) {
-                                      forms.push_back(std::move(form));
-                                      return true;
-                                  });
+    lemara::for_each_unknown_form(
+        hitza, etiketa, find_network(std::string(PARADIGM_NETWORK)), [&](Analisia& form) {
+            forms.push_back(std::move(form));
+            return true;
+        });
     return forms;
 }
 
@@ -152,7 +160,8 @@ std::string Lemara::sortu_forma_ezezaguna(const std::string& hitza,
                      [&](const auto& row) { return contains(etiketa, row[0]); });
     std::string form = hitza;
     if (word_class == std::end(WORD_CLASSES)) return form;
-    lemara::for_each_unknown_form(hitza, (*word_class)[1], find_network(std::string(PARADIGM_NETWORK)),
+    lemara::for_each_unknown_form(hitza, (*word_class)[1],
+                                  find_network(std::string(PARADIGM_NETWORK)),
                                   [&](Analisia& candidate) {
                                       if (candidate.etiketa != etiketa) return true;
                                       form = std::move(candidate.forma);

@@ -1,4 +1,5 @@
-// The lemmas of the lexicon that begin with a text. Tests: tests/engine/Lemara_words_test.cpp.
+// The lemmas of the lexicon that begin with a text. Tests:
+// tests/engine/Lemara_words_test.cpp.
 #pragma once
 
 #include <optional>
@@ -12,9 +13,9 @@
 
 namespace lemara {
 
-/// Calls `visit` with each entry of a network that begins with `start`, until it answers false:
-/// without unknown forms, and without those whose form is one to be replaced. A null network has
-/// no entries.
+/// Calls `visit` with each entry of a network that begins with `start`, until it answers
+/// false: without unknown forms, and without those whose form is one to be replaced. A
+/// null network has no entries.
 template <class Visit>
 void for_each_entry(const Sarea* network, const std::string& start, Visit visit) {
     if (network == nullptr) return;

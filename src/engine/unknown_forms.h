@@ -1,5 +1,5 @@
-// The paradigm of a word that the lexicon lacks: a throw-away dictionary gives it stems and
-// paradigm classes, and the network "hp" the endings.
+// The paradigm of a word that the lexicon lacks: a throw-away dictionary gives it stems
+// and paradigm classes, and the network "hp" the endings.
 #pragma once
 
 #include <stdexcept>
@@ -11,11 +11,12 @@
 
 namespace lemara {
 
-/// Calls `visit` with each form of `word`, as a record with the whole analysis and `forma`,
-/// until it answers false. `class_tag` is "<ARR>" and the like. A null network has no forms.
+/// Calls `visit` with each form of `word`, as a record with the whole analysis and
+/// `forma`, until it answers false. `class_tag` is "<ARR>" and the like. A null network
+/// has no forms.
 ///
-/// Throws std::out_of_range "basic_string::substr" for a network that generates a form shorter
-/// than its class tag.
+/// Throws std::out_of_range "basic_string::substr" for a network that generates a form
+/// shorter than its class tag.
 template <class Visit>
 void for_each_unknown_form(const std::string& word, const std::string& class_tag,
                            const Sarea* hp, Visit visit) {

@@ -8,8 +8,8 @@
 #include "analysis/messages.h"
 #include "host/characters.h"
 #include "host/inside.h"
-#include "lemara/utf8.h"
 #include "karaktereak.h"
+#include "lemara/utf8.h"
 
 namespace lemara {
 

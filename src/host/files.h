@@ -17,7 +17,7 @@ namespace lemara::host {
 class [[gnu::visibility("default")]] Descriptor {
 public:
     explicit Descriptor(int number = -1) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(other.release()) {}
+    Descriptor(Descriptor && other) noexcept : number_(other.release()) {}
     Descriptor& operator=(Descriptor&& other) noexcept;
     ~Descriptor();
 

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "host/files.h"
-#include "lemara/utf8.h"
 #include "lemara/compiled_table.h"
+#include "lemara/utf8.h"
 #include "tables/load.h"
 
 namespace lemara::host {
@@ -71,13 +71,15 @@ std::optional<std::string> add_table(std::string_view line,
 /// What is wrong with a compiled table that did not load.
 std::string defect_of_compiled(const std::string& path) {
     std::string bytes;
-    if (const auto problem = read_file(path, LARGEST_TABLE, bytes)) return problem->reason;
+    if (const auto problem = read_file(path, LARGEST_TABLE, bytes))
+        return problem->reason;
     const std::string defect = compiled_table_defect(bytes);
     return "unusable compiled table: " + (defect.empty() ? "it has no states" : defect);
 }
 
-/// What is wrong with the file of a table, as far as its beginning shows. A compiled table is
-/// examined when it's loaded, and only then: that takes longer than all else at the start.
+/// What is wrong with the file of a table, as far as its beginning shows. A compiled
+/// table is examined when it's loaded, and only then: that takes longer than all else at
+/// the start.
 std::string defect_of(const std::string& path, bool& compiled) {
     std::string start;
     if (const auto problem = read_start(path, 64, start)) return problem->reason;

@@ -16,7 +16,8 @@ const std::string ID = "<id=";
 std::map<std::string, std::string> readings_of(const Tokena& token, bool with_values) {
     std::map<std::string, std::string> readings;
     for (const Analisia& analysis : token.analisiak) {
-        const std::string key = "\t\"" + analysis.lema + "\" " + ID + ">" + analysis.etiketa +
+        const std::string key = "\t\"" + analysis.lema + "\" " + ID + ">" +
+                                analysis.etiketa +
                                 lemara::case_mark(analysis, " HAS_MAI", " DEN_MAI");
         readings[key] += with_values ? lemara::values_of(analysis, " <") : "";
     }
@@ -28,7 +29,8 @@ std::map<std::string, std::string> readings_of(const Tokena& token, bool with_va
 void lemara::write_cg3(std::ostream& out, const Paragrafoa& paragraph, bool with_values) {
     int sentence_number = 0;
     for (const Esaldia& sentence : paragraph.esaldiak) {
-        out << sentence_header(paragraph, ++sentence_number, sentence) << '\n' << DELIMITER;
+        out << sentence_header(paragraph, ++sentence_number, sentence) << '\n'
+            << DELIMITER;
         for (const Tokena& token : sentence.tokenak) {
             // Kept on purpose: the quote stands inside the angle bracket.
             out << "<\"" << token.testua << "\">\n";

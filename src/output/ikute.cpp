@@ -14,9 +14,10 @@ std::string line(const char* element, const std::string& value) {
     return std::string("\t\t\t<") + element + ">" + value + "</" + element + ">\n";
 }
 
-/// The block of one analysis. `recommended` is the element of its recommendation, or empty.
-std::string analysis_block(const Analisia& analysis, std::size_t id, const std::string& kind,
-                           const std::string& recommendation) {
+/// The block of one analysis. `recommended` is the element of its recommendation, or
+/// empty.
+std::string analysis_block(const Analisia& analysis, std::size_t id,
+                           const std::string& kind, const std::string& recommendation) {
     std::string block = "\t\t<an id=\"" + std::to_string(id) + "\">\n";
     block += line("lem", analysis.lema) + line("lbl", analysis.twol) +
              line("hizt", analysis.hiztegia) + line("prop", kind);
@@ -37,7 +38,8 @@ std::string token_block(const Tokena& token, bool& flagged) {
             block += analysis_block(analysis, id, "h.", line("hobe", analysis.hobe));
         } else if (!analysis.erabili.empty()) {
             flagged = true;
-            block += analysis_block(analysis, id, "e.", line("erabili", analysis.erabili));
+            block +=
+                analysis_block(analysis, id, "e.", line("erabili", analysis.erabili));
         } else {
             block += analysis_block(analysis, id, "f.e.", "");
         }
@@ -53,8 +55,8 @@ std::string sentence_block(const Esaldia& sentence) {
         bool flagged = false;
         const std::string block = token_block(token, flagged);
         if (!flagged) continue;
-        // Kept on purpose: the text is replaced, so the last problem word alone is seen, and
-        // the token's number shows only in how many bytes the literal loses in front.
+        // Kept on purpose: the text is replaced, so the last problem word alone is seen,
+        // and the token's number shows only in how many bytes the literal loses in front.
         text = "\t<tok hid=\"";
         if (number <= TOKEN_OPENING.size()) text += TOKEN_OPENING.substr(number);
         text += token.testua + "</frm>\n" + block + "\t</tok>";
@@ -70,8 +72,8 @@ void lemara::write_ikute(std::ostream& out, const Paragrafoa& paragraph) {
         ++sentence_number;
         const std::string text = sentence_block(sentence);
         if (text.empty()) continue;
-        out << "<es eid=\"" << sentence_number << "\" pid=\"" << paragraph.zenbakia << "\" >"
-            << std::endl
+        out << "<es eid=\"" << sentence_number << "\" pid=\"" << paragraph.zenbakia
+            << "\" >" << std::endl
             << text << std::endl
             << "</es>" << std::endl;
     }

@@ -1,4 +1,5 @@
-// One line a token, its analyses as lemma and tag list. Tests: tests/output/multext_test.cpp.
+// One line a token, its analyses as lemma and tag list. Tests:
+// tests/output/multext_test.cpp.
 #include <iostream>
 #include <map>
 #include <ostream>
@@ -14,8 +15,8 @@ std::map<std::string, std::string> entries_of(const Tokena& token, bool with_val
     std::map<std::string, std::string> entries;
     for (const Analisia& analysis : token.analisiak) {
         const std::string base = analysis.lema == token.testua ? "=" : analysis.lema;
-        const std::string key =
-            base + '\\' + analysis.twol + lemara::case_mark(analysis, "+Has_mai", "+Den_mai");
+        const std::string key = base + '\\' + analysis.twol +
+                                lemara::case_mark(analysis, "+Has_mai", "+Den_mai");
         entries[key] += with_values ? lemara::values_of(analysis, "<") : "";
     }
     return entries;
@@ -29,10 +30,12 @@ const char* place_of(std::size_t index, std::size_t count) {
 
 }  // namespace
 
-void lemara::write_multext(std::ostream& out, const Paragrafoa& paragraph, bool with_values) {
+void lemara::write_multext(std::ostream& out, const Paragrafoa& paragraph,
+                           bool with_values) {
     int sentence_number = 0;
     for (const Esaldia& sentence : paragraph.esaldiak) {
-        out << sentence_header(paragraph, ++sentence_number, sentence) << "\tEOS" << std::endl;
+        out << sentence_header(paragraph, ++sentence_number, sentence) << "\tEOS"
+            << std::endl;
         const std::size_t count = sentence.tokenak.size();
         for (std::size_t i = 0; i < count; ++i) {
             const Tokena& token = sentence.tokenak[i];

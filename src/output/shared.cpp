@@ -26,7 +26,8 @@ std::string lemara::values_of(const Analisia& analysis, const std::string& open)
     return values.empty() ? "" : open + values + ">";
 }
 
-std::string lemara::case_mark(const Analisia& analysis, const char* first, const char* all) {
+std::string lemara::case_mark(const Analisia& analysis, const char* first,
+                              const char* all) {
     if (analysis.maiuskula == 2) return all;
     return analysis.maiuskula == 1 ? first : "";
 }

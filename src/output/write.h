@@ -1,4 +1,5 @@
-// The four outputs, into any stream. The print operations of Paragrafoa pass standard output.
+// The four outputs, into any stream. The print operations of Paragrafoa pass standard
+// output.
 #pragma once
 
 #include <iosfwd>

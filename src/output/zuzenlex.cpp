@@ -10,17 +10,18 @@ namespace {
 
 /// Adds the forms of one recommendation that the verdict doesn't show yet.
 void add_forms(std::string& verdict, const Tokena& token, const Analisia& analysis,
-               const std::string& lemmas, const std::string& element, const Sarea* network) {
+               const std::string& lemmas, const std::string& element,
+               const Sarea* network) {
     if (network == nullptr) return;
     std::size_t m = 0;
     for (const Analisia& form : network->ordeztuForma(lemmas, analysis)) {
-        // Kept on purpose: the network shown is that of the token's analysis with the number
-        // of the form, not of the analysis that recommends it.
+        // Kept on purpose: the network shown is that of the token's analysis with the
+        // number of the form, not of the analysis that recommends it.
         const std::string name =
             m < token.analisiak.size() ? token.analisiak[m].hiztegia : std::string();
         ++m;
-        const std::string text = "\n<prop>\n<" + element + ">" + form.forma + "</" + element +
-                                 "><hizt>" + name + "</hizt></prop>";
+        const std::string text = "\n<prop>\n<" + element + ">" + form.forma + "</" +
+                                 element + "><hizt>" + name + "</hizt></prop>";
         if (!lemara::contains(verdict, text)) verdict += text;
     }
 }
@@ -50,8 +51,8 @@ void lemara::write_zuzenlex(std::ostream& out, const Paragrafoa& paragraph,
     out << "<p>" << std::endl;
     int sentence_number = 0;
     for (const Esaldia& sentence : paragraph.esaldiak) {
-        out << "<es ezk=\"" << ++sentence_number << "\" pzk=\"" << paragraph.zenbakia << "\">"
-            << std::endl;
+        out << "<es ezk=\"" << ++sentence_number << "\" pzk=\"" << paragraph.zenbakia
+            << "\">" << std::endl;
         int number = 0;
         for (const Tokena& token : sentence.tokenak) {
             // Kept on purpose: no quote closes the token's number, and none the spacing.

@@ -7,22 +7,23 @@ namespace lemara {
 
 // A small letter and its capital.
 const Rewrite REPLACEMAI[] = {
-    {"a", "A"}, {"b", "B"}, {"c", "C"}, {"d", "D"}, {"e", "E"}, {"f", "F"}, {"g", "G"},
-    {"h", "H"}, {"i", "I"}, {"j", "J"}, {"k", "K"}, {"l", "L"}, {"m", "M"}, {"n", "N"},
-    {"\361", "\321"}, {"o", "O"}, {"p", "P"}, {"q", "Q"}, {"r", "R"}, {"s", "S"},
-    {"t", "T"}, {"u", "U"}, {"v", "V"}, {"w", "W"}, {"x", "X"}, {"y", "Y"}, {"z", "Z"},
+    {"a", "A"}, {"b", "B"}, {"c", "C"},       {"d", "D"}, {"e", "E"}, {"f", "F"},
+    {"g", "G"}, {"h", "H"}, {"i", "I"},       {"j", "J"}, {"k", "K"}, {"l", "L"},
+    {"m", "M"}, {"n", "N"}, {"\361", "\321"}, {"o", "O"}, {"p", "P"}, {"q", "Q"},
+    {"r", "R"}, {"s", "S"}, {"t", "T"},       {"u", "U"}, {"v", "V"}, {"w", "W"},
+    {"x", "X"}, {"y", "Y"}, {"z", "Z"},
 };
 
-// Letters to insert, then the same letters to delete. The order of the rows is the order of
-// the candidates at one position. "c", "h", "q", "v", "w", "y" and n-tilde are left out: an
-// "h" too many or too few is in REPLACE.
+// Letters to insert, then the same letters to delete. The order of the rows is the order
+// of the candidates at one position. "c", "h", "q", "v", "w", "y" and n-tilde are left
+// out: an "h" too many or too few is in REPLACE.
 const Rewrite REPLACE2[] = {
     {"", "a"}, {"", "b"}, {"", "d"}, {"", "e"}, {"", "f"}, {"", "g"}, {"", "i"},
     {"", "j"}, {"", "k"}, {"", "l"}, {"", "m"}, {"", "n"}, {"", "o"}, {"", "p"},
-    {"", "r"}, {"", "s"}, {"", "t"}, {"", "u"}, {"", "x"}, {"", "z"},
-    {"a", ""}, {"b", ""}, {"d", ""}, {"e", ""}, {"f", ""}, {"g", ""}, {"i", ""},
-    {"j", ""}, {"k", ""}, {"l", ""}, {"m", ""}, {"n", ""}, {"o", ""}, {"p", ""},
-    {"r", ""}, {"s", ""}, {"t", ""}, {"u", ""}, {"x", ""}, {"z", ""},
+    {"", "r"}, {"", "s"}, {"", "t"}, {"", "u"}, {"", "x"}, {"", "z"}, {"a", ""},
+    {"b", ""}, {"d", ""}, {"e", ""}, {"f", ""}, {"g", ""}, {"i", ""}, {"j", ""},
+    {"k", ""}, {"l", ""}, {"m", ""}, {"n", ""}, {"o", ""}, {"p", ""}, {"r", ""},
+    {"s", ""}, {"t", ""}, {"u", ""}, {"x", ""}, {"z", ""},
 };
 
 // The order of the rows is the order of the candidates at one position.
@@ -152,8 +153,8 @@ const Rewrite REPLACE[] = {
 
 namespace {
 
-/// For each byte the rows of REPLACE whose key begins with it, and those with an empty key, in
-/// the order of the table.
+/// For each byte the rows of REPLACE whose key begins with it, and those with an empty
+/// key, in the order of the table.
 std::array<std::vector<const Rewrite*>, 256> rows_by_byte() {
     std::array<std::vector<const Rewrite*>, 256> rows;
     for (const Rewrite& row : REPLACE) {

@@ -1,6 +1,6 @@
-// The candidates for a misspelt word as edits of it, before any of them becomes a string. The
-// public generators turn every edit into a string; the engine judges edits and makes strings
-// of the few that are words.
+// The candidates for a misspelt word as edits of it, before any of them becomes a string.
+// The public generators turn every edit into a string; the engine judges edits and makes
+// strings of the few that are words.
 #pragma once
 
 #include <string>
@@ -13,8 +13,8 @@ struct Rewrite {
     std::string_view key, replacement;
 };
 
-/// One change of a word: `removed` bytes from `at` on give way to `inserted`, which lives as
-/// long as the call that passes it.
+/// One change of a word: `removed` bytes from `at` on give way to `inserted`, which lives
+/// as long as the call that passes it.
 struct Edit {
     std::size_t at, removed;
     std::string_view inserted;
@@ -34,8 +34,8 @@ const std::vector<const Rewrite*>& rows_of_replace(char first);
 
 std::string applied(const std::string& word, const Edit& edit);
 
-/// The visitors below call `visit` with each edit, in the order of production, until it answers
-/// false.
+/// The visitors below call `visit` with each edit, in the order of production, until it
+/// answers false.
 template <class Visit>
 void for_each_swap(const std::string& word, Visit visit) {
     // Equal neighbours are exchanged as well, and give the word itself.
@@ -45,15 +45,16 @@ void for_each_swap(const std::string& word, Visit visit) {
     }
 }
 
-/// Visits the rewrite of one row at `at`, if the row's key stands there and the candidate is
-/// long enough. False if `visit` answered false.
+/// Visits the rewrite of one row at `at`, if the row's key stands there and the candidate
+/// is long enough. False if `visit` answered false.
 template <class Visit>
 bool visit_rewrite(const std::string& word, std::size_t at, const Rewrite& row,
                    Visit& visit) {
     // Most rows fail at their first byte. The end of the word has the empty key alone.
     if (!row.key.empty() && (at == word.size() || word[at] != row.key[0])) return true;
     if (word.compare(at, row.key.size(), row.key) != 0) return true;
-    if (word.size() - row.key.size() + row.replacement.size() < SHORTEST_CANDIDATE) return true;
+    if (word.size() - row.key.size() + row.replacement.size() < SHORTEST_CANDIDATE)
+        return true;
     return visit(Edit{at, row.key.size(), row.replacement});
 }
 

@@ -31,7 +31,8 @@ std::vector<std::string> sortu_proposamen_hautagaiak_MAI(const char* hitza) {
     Candidates list;
     for (const lemara::Rewrite& row : lemara::REPLACEMAI) {
         if (!lemara::starts_with(word, row.key)) continue;
-        std::string candidate = lemara::applied(word, {0, row.key.size(), row.replacement});
+        std::string candidate =
+            lemara::applied(word, {0, row.key.size(), row.replacement});
         if (candidate.size() >= lemara::SHORTEST_CANDIDATE) list.push_back(candidate);
         // All in capitals, and of any length.
         list.push_back(touppercase(std::move(candidate)));

@@ -33,7 +33,8 @@ void Egoera::deleteZubiak() {
 }
 
 void Egoera::printEgoera() const {
-    std::cout << "\n\nfinal: " << (final ? 1 : 0) << ", zubiak: " << zubiak.size() << '\n';
+    std::cout << "\n\nfinal: " << (final ? 1 : 0) << ", zubiak: " << zubiak.size()
+              << '\n';
     std::size_t number = 0;
     for (const Zubia* arc : zubiak) {
         ++number;

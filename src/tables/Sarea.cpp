@@ -47,7 +47,8 @@ std::vector<Analisia> Sarea::ordeztuForma(const std::string& lemak,
     std::size_t start = 0;
     for (;;) {
         const std::size_t slash = lemak.find('/', start);
-        append(forms, taula->sortuFormak(lemak.substr(start, slash - start), tags, false, true));
+        append(forms,
+               taula->sortuFormak(lemak.substr(start, slash - start), tags, false, true));
         if (slash == std::string::npos) break;
         start = slash + 1;
     }

@@ -40,9 +40,10 @@ std::unique_ptr<Egoera> unfolded(const lemara::PackedView& view,
         const lemara::PackedArc& arc = state.arcs[i];
         const std::uint32_t label = view.label_of(arc);
         const auto place = std::lower_bound(places.begin(), places.end(), arc.target);
-        const int target = arc.target < 0 ? arc.target : static_cast<int>(place - places.begin());
-        result->zubiak.push_back(
-            new Zubia(target, std::string(view.upper(label)), std::string(view.lower(label))));
+        const int target =
+            arc.target < 0 ? arc.target : static_cast<int>(place - places.begin());
+        result->zubiak.push_back(new Zubia(target, std::string(view.upper(label)),
+                                           std::string(view.lower(label))));
         // As a load leaves it: what the last record of the state was.
         result->final = target < 0;
     }
@@ -111,7 +112,8 @@ Taula::~Taula() {
 
 void Taula::addZubiaTaulan(int egoera, bool final, Zubia* zubia) {
     unfold();
-    if (!is_index(egoera, egoerak) || egoerak[static_cast<std::size_t>(egoera)] == nullptr) {
+    if (!is_index(egoera, egoerak) ||
+        egoerak[static_cast<std::size_t>(egoera)] == nullptr) {
         delete zubia;
         return;
     }

@@ -1,5 +1,5 @@
-// Analysis: a token against the lower side of the table. The walk itself is in packed_walk.h.
-// Tests: tests/tables/Taula_analyse_test.cpp.
+// Analysis: a token against the lower side of the table. The walk itself is in
+// packed_walk.h. Tests: tests/tables/Taula_analyse_test.cpp.
 #include <functional>
 #include <memory>
 #include <optional>
@@ -63,17 +63,18 @@ bool replaces_itself(const Analisia& record, const std::string& token) {
 /// Walks a token as typed from the first state on. Answers how far the walk came.
 template <class Visit>
 std::size_t walk_token(const Taula& table, const std::string& token, Visit visit) {
-    const std::string lowered = tolowercase(std::string(up_to_nul(token).substr(0, WALK_LIMIT)));
+    const std::string lowered =
+        tolowercase(std::string(up_to_nul(token).substr(0, WALK_LIMIT)));
     PackedAnalysis walk(packed_form(table), token.c_str(), lowered);
     walk.run(0, visit);
     return walk.reach();
 }
 
-/// The same, by the steps that were made before if there are any. `spelt` is filled in at the
-/// first visit then.
+/// The same, by the steps that were made before if there are any. `spelt` is filled in at
+/// the first visit then.
 template <class Visit>
-std::size_t analyse(const Taula& table, const std::string& token, LazyTransducer::Spelt& spelt,
-                    Visit visit) {
+std::size_t analyse(const Taula& table, const std::string& token,
+                    LazyTransducer::Spelt& spelt, Visit visit) {
     if (lazy_form(table).spell(token.c_str(), spelt, visit)) return spelt.reach;
     return walk_token(table, token, visit);
 }
@@ -84,7 +85,8 @@ public:
     explicit WordFinder(const std::string& token) : token_(token) {}
 
     bool operator()(std::string_view text) {
-        // Bracket groups and "MAT" are rare; only then the record is looked at as a whole.
+        // Bracket groups and "MAT" are rare; only then the record is looked at as a
+        // whole.
         if (contains(text, "[") || contains(text, "MAT")) {
             const Analisia record(std::string(text), "");
             found = !replaces_itself(record, token_) && !contains(record.etiketa, "MAT");
@@ -132,10 +134,14 @@ std::optional<Analisia> first_analysis(const Taula& table, const std::string& to
 
 bool has_word(const Taula& table, const std::string& token) {
     switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT))) {
-        case Answer::no: return false;
-        case Answer::yes: return true;
-        case Answer::ask_the_walk: return walk_finds_word(table, token);
-        case Answer::ask_the_texts: break;
+        case Answer::no:
+            return false;
+        case Answer::yes:
+            return true;
+        case Answer::ask_the_walk:
+            return walk_finds_word(table, token);
+        case Answer::ask_the_texts:
+            break;
     }
     WordFinder finder(token);
     LazyTransducer::Spelt spelt;

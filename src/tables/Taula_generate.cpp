@@ -13,15 +13,17 @@
 
 namespace {
 
-/// Turns the results of a search into records, and gives them to `take` until it answers false.
+/// Turns the results of a search into records, and gives them to `take` until it answers
+/// false.
 template <class Take>
 auto recorder(const std::string& network, Take take) {
-    return [&network, take](const char* upper, std::size_t size, lemara::PathText& lower) {
-        aldatuMaiuskulakLow(upper, const_cast<char*>(lower.c_str()));
-        Analisia record(std::string(upper, size), network);
-        record.forma = std::string(lower.view());
-        return take(std::move(record));
-    };
+    return
+        [&network, take](const char* upper, std::size_t size, lemara::PathText& lower) {
+            aldatuMaiuskulakLow(upper, const_cast<char*>(lower.c_str()));
+            Analisia record(std::string(upper, size), network);
+            record.forma = std::string(lower.view());
+            return take(std::move(record));
+        };
 }
 
 /// The same for a vector, in place: a record is large to move.
@@ -35,7 +37,8 @@ auto collector(std::vector<Analisia>& records, const std::string& network) {
 
 }  // namespace
 
-void lemara::for_each_form(const Taula& table, const std::string& target, bool stop_at_tag,
+void lemara::for_each_form(const Taula& table, const std::string& target,
+                           bool stop_at_tag,
                            const std::function<bool(Analisia&&)>& take) {
     PackedGeneration search(packed_form(table), up_to_nul(target).substr(0, TARGET_LIMIT),
                             stop_at_tag);

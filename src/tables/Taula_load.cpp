@@ -1,8 +1,8 @@
 // Loading a table from its text, in a file or in memory.
 //
-// Arcs name states by number, so a first pass counts the states and a second one fills them.
-// The two forms of the text differ at their line ends and in what they do with a broken line;
-// both differences are kept. Tests: tests/tables/Taula_load_test.cpp.
+// Arcs name states by number, so a first pass counts the states and a second one fills
+// them. The two forms of the text differ at their line ends and in what they do with a
+// broken line; both differences are kept. Tests: tests/tables/Taula_load_test.cpp.
 #include <sys/types.h>
 
 #include <algorithm>
@@ -56,7 +56,8 @@ bool read_line(std::FILE* file, std::size_t most, std::string& line) {
 /// anything else. A number beyond an int counts as the largest or smallest one.
 int number_at(std::string_view text) {
     std::size_t i = 0;
-    while (i < text.size() && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r'))) ++i;
+    while (i < text.size() && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r')))
+        ++i;
     const bool negative = i < text.size() && text[i] == '-';
     if (i < text.size() && (text[i] == '-' || text[i] == '+')) ++i;
     long value = 0;
@@ -95,8 +96,8 @@ public:
         }
     }
 
-    // Kept on purpose: not the highest number but the last one. The last record of a table
-    // names its highest state.
+    // Kept on purpose: not the highest number but the last one. The last record of a
+    // table names its highest state.
     int count() const { return last_ == INT_MAX ? INT_MAX : last_ + 1; }
 
 private:
@@ -204,8 +205,8 @@ std::string crypt_encode(const std::string& text) { return with_key_stream(text)
 
 std::string crypt_decode(const std::string& text) { return with_key_stream(text); }
 
-/// Loads the file if it is a compiled table; false if it is something else. A damaged image
-/// brings nothing.
+/// Loads the file if it is a compiled table; false if it is something else. A damaged
+/// image brings nothing.
 bool Taula::load_image() {
     char start[8];
     const File file(std::fopen(fitxategia.c_str(), "rb"));
@@ -218,7 +219,8 @@ bool Taula::load_image() {
         formak->use(std::move(image));
         return true;
     }
-    // Behind what is there already: states at the end, arcs to the states of their number.
+    // Behind what is there already: states at the end, arcs to the states of their
+    // number.
     Taula loaded;
     loaded.formak->use(std::move(image));
     loaded.unfold();
@@ -286,13 +288,13 @@ bool Taula::load_text_file() {
 void Taula::kargatu_taula(const char* testua, long kopurua) {
     std::string_view rest = lemara::text_of(testua);
     if (kopurua > 0) {
-        egoerak.reserve(egoerak.size() +
-                        static_cast<std::size_t>(std::min(kopurua, lemara::TRUSTED_STATES)));
+        egoerak.reserve(egoerak.size() + static_cast<std::size_t>(
+                                             std::min(kopurua, lemara::TRUSTED_STATES)));
     }
     unfold();
     add_states(*this, kopurua, rest.size());
-    // Kept on purpose: what stands behind the last line feed is dropped, and an arc record
-    // with a TAB missing ends the load. The file form does neither.
+    // Kept on purpose: what stands behind the last line feed is dropped, and an arc
+    // record with a TAB missing ends the load. The file form does neither.
     for (std::size_t end = rest.find('\n'); end != std::string_view::npos;
          end = rest.find('\n')) {
         const std::string_view line = rest.substr(0, end);

@@ -68,8 +68,10 @@ TableForms::Current& TableForms::current(const std::vector<Egoera*>& graph) {
 TableForms::Current& TableForms::look_again(const std::vector<Egoera*>& graph) {
     const std::lock_guard<std::mutex> lock(mutex_);
     const std::uint64_t change = graph_changes.load(std::memory_order_relaxed);
-    // A graph that has changed has one thread alone at it, so nobody else holds the old form.
-    if (!owner_ || owner_->state_count != graph.size() || owner_->mark != fingerprint(graph)) {
+    // A graph that has changed has one thread alone at it, so nobody else holds the old
+    // form.
+    if (!owner_ || owner_->state_count != graph.size() ||
+        owner_->mark != fingerprint(graph)) {
         owner_ = std::make_unique<Current>(graph);
         current_.store(owner_.get(), std::memory_order_release);
     }
@@ -88,7 +90,8 @@ void TableForms::use(std::unique_ptr<Image> image) {
 }
 
 const PackedView* TableForms::image_view(const std::vector<Egoera*>& graph) {
-    if (!graph.empty() || current_.load(std::memory_order_acquire) == nullptr) return nullptr;
+    if (!graph.empty() || current_.load(std::memory_order_acquire) == nullptr)
+        return nullptr;
     Current& now = current(graph);
     return now.image == nullptr ? nullptr : &now.view;
 }

@@ -1,10 +1,11 @@
-// The forms of a table that stand behind its graph: the packed one, which searches run on, and
-// what is derived from it.
+// The forms of a table that stand behind its graph: the packed one, which searches run
+// on, and what is derived from it.
 //
-// A packed form is made when a table is loaded, and made anew by the first search after its
-// graph has changed. Every operation that changes a graph counts up one number for the
-// process; a search compares it with the number under which its table was last looked at,
-// and only then, if they differ, whether its own graph is still the one that was packed.
+// A packed form is made when a table is loaded, and made anew by the first search after
+// its graph has changed. Every operation that changes a graph counts up one number for
+// the process; a search compares it with the number under which its table was last looked
+// at, and only then, if they differ, whether its own graph is still the one that was
+// packed.
 //
 // Tests: tests/tables/packed_test.cpp.
 #pragma once
@@ -30,8 +31,8 @@ public:
     TableForms();
     ~TableForms();
 
-    /// The packed form of this graph. Any number of threads may ask at once; a change of the
-    /// graph is for one thread alone.
+    /// The packed form of this graph. Any number of threads may ask at once; a change of
+    /// the graph is for one thread alone.
     const PackedView& packed(const std::vector<Egoera*>& graph);
 
     /// Its lower side, made deterministic on demand.

@@ -18,7 +18,8 @@
 namespace lemara {
 namespace {
 
-// A byte that no text table begins with, a name, and line ends that a transfer as text breaks.
+// A byte that no text table begins with, a name, and line ends that a transfer as text
+// breaks.
 constexpr char MAGIC[8] = {'\x89', 'L', 'M', 'R', '\r', '\n', '\x1a', '\n'};
 constexpr std::uint32_t VERSION = 2;
 constexpr std::uint32_t ORDER = 0x01020304;
@@ -47,8 +48,8 @@ std::uint64_t word_at(const char* bytes) {
     return word;
 }
 
-/// Four lanes of FNV-1a over words of 8 bytes. Every step is a bijection of what was before, so
-/// a change of a single word always shows.
+/// Four lanes of FNV-1a over words of 8 bytes. Every step is a bijection of what was
+/// before, so a change of a single word always shows.
 std::uint64_t checksum_of(std::string_view bytes) {
     constexpr std::uint64_t PRIME = 1099511628211u;
     std::uint64_t lanes[4] = {14695981039346656037u, 1, 2, 3};
@@ -88,8 +89,8 @@ std::string defect_of_header(std::string_view image, Header& header) {
     std::memcpy(&header, image.data(), sizeof header);
     if (header.order != ORDER) return "in a byte order that no machine has";
     if (header.version != VERSION) {
-        return "of version " + std::to_string(header.version) + ", and this library reads " +
-               std::to_string(VERSION);
+        return "of version " + std::to_string(header.version) +
+               ", and this library reads " + std::to_string(VERSION);
     }
     if (header.total != image.size()) {
         return "of " + std::to_string(image.size()) + " bytes where its header says " +
@@ -99,25 +100,26 @@ std::string defect_of_header(std::string_view image, Header& header) {
     return "";
 }
 
-/// What an arc of each label says of it: the first byte of its lower symbol, and LONG. One more
-/// stands behind the last.
+/// What an arc of each label says of it: the first byte of its lower symbol, and LONG.
+/// One more stands behind the last.
 std::vector<std::uint16_t> descriptions_of_labels(const PackedView& view) {
     std::vector<std::uint16_t> result(view.label_count + std::size_t{1});
     for (std::uint32_t label = 0; label < view.label_count; ++label) {
         const PackedLabel& symbols = view.labels[label];
-        const std::uint8_t first = symbols.lower_size == 0
-                                       ? std::uint8_t{0}
-                                       : static_cast<std::uint8_t>(view.pool[symbols.lower_at]);
+        const std::uint8_t first =
+            symbols.lower_size == 0
+                ? std::uint8_t{0}
+                : static_cast<std::uint8_t>(view.pool[symbols.lower_at]);
         result[label] = static_cast<std::uint16_t>(
             first | (symbols.is_long(first) ? PackedArc::LONG : 0));
     }
     return result;
 }
 
-/// Goes through the blocks of all states, and asks whether every arc leads to one, has a label
-/// and tells the truth about it. Runs over a whole table whenever an engine starts, so it looks
-/// at each arc once and gathers what is wrong; where arcs lead is compared at the end with where
-/// states begin, a bit for each place.
+/// Goes through the blocks of all states, and asks whether every arc leads to one, has a
+/// label and tells the truth about it. Runs over a whole table whenever an engine starts,
+/// so it looks at each arc once and gathers what is wrong; where arcs lead is compared at
+/// the end with where states begin, a bit for each place.
 std::string defect_of_states(const PackedView& view) {
     const std::uint64_t size = 4 * std::uint64_t{view.states_size};
     const std::vector<std::uint16_t> said = descriptions_of_labels(view);
@@ -125,14 +127,16 @@ std::string defect_of_states(const PackedView& view) {
     bool outside = false, nameless = false, misdescribed = false;
     std::uint64_t arcs = 0, at = 0;
     for (std::uint32_t i = 0; i < view.state_count; ++i) {
-        if (at + 4 > size || (view.states[at] == PackedView::MANY_ARCS && at + 8 > size)) {
+        if (at + 4 > size ||
+            (view.states[at] == PackedView::MANY_ARCS && at + 8 > size)) {
             return "a state lies outside its part";
         }
         const std::uint64_t place = at / 4;
         const PackedState state = view.state(static_cast<StateRef>(place));
-        const std::uint64_t head = state.count < PackedView::MANY_ARCS
-                                       ? (state.count + 4u) & ~std::uint64_t{3}
-                                       : 8 + ((state.count + std::uint64_t{3}) & ~std::uint64_t{3});
+        const std::uint64_t head =
+            state.count < PackedView::MANY_ARCS
+                ? (state.count + 4u) & ~std::uint64_t{3}
+                : 8 + ((state.count + std::uint64_t{3}) & ~std::uint64_t{3});
         at += head + sizeof(PackedArc) * std::uint64_t{state.count};
         if (at > size || at / 4 > std::uint64_t{INT32_MAX}) return "a state is too large";
         begins[place / 64] |= std::uint64_t{1} << place % 64;
@@ -147,11 +151,13 @@ std::string defect_of_states(const PackedView& view) {
             }
             const std::uint32_t label = std::min(view.label_of(arc), view.label_count);
             nameless |= label == view.label_count;
-            misdescribed |= said[label] != (state.first[k] | (arc.label & PackedArc::LONG));
+            misdescribed |=
+                said[label] != (state.first[k] | (arc.label & PackedArc::LONG));
         }
     }
     if (at != size || arcs != view.arc_count) return "the states do not fill their part";
-    for (std::size_t i = 0; i < begins.size(); ++i) outside |= (targets[i] & ~begins[i]) != 0;
+    for (std::size_t i = 0; i < begins.size(); ++i)
+        outside |= (targets[i] & ~begins[i]) != 0;
     if (outside) return "an arc leads to no state";
     if (nameless) return "an arc has no label";
     return misdescribed ? "an arc is misdescribed" : "";
@@ -160,7 +166,8 @@ std::string defect_of_states(const PackedView& view) {
 /// A sound view lets no search read outside the image.
 std::string defect_of_view(const PackedView& view) {
     for (int byte = 0; byte < 256; ++byte) {
-        if (view.byte_class[byte] >= PackedView::CLASS_OF_END) return "a byte class is too high";
+        if (view.byte_class[byte] >= PackedView::CLASS_OF_END)
+            return "a byte class is too high";
     }
     for (std::uint32_t i = 0; i < view.label_count; ++i) {
         const PackedLabel& label = view.labels[i];
@@ -170,7 +177,8 @@ std::string defect_of_view(const PackedView& view) {
         }
         PackedLabel described = label;
         described.describe(view.upper(i), view.lower(i));
-        if (std::memcmp(&described, &label, sizeof label) != 0) return "a symbol is misdescribed";
+        if (std::memcmp(&described, &label, sizeof label) != 0)
+            return "a symbol is misdescribed";
     }
     return defect_of_states(view);
 }
@@ -179,7 +187,8 @@ std::string defect_of_sound_order(std::string_view image) {
     Header header{};
     std::string defect = defect_of_header(image, header);
     if (!defect.empty()) return defect;
-    if (checksum_of_image(image) != header.checksum) return "damaged: its checksum is wrong";
+    if (checksum_of_image(image) != header.checksum)
+        return "damaged: its checksum is wrong";
     return defect_of_view(layout_of(header).view(image.data()));
 }
 
@@ -187,7 +196,8 @@ template <class T>
 void turn(T& value) {
     char bytes[sizeof(T)];
     std::memcpy(bytes, &value, sizeof value);
-    for (std::size_t i = 0; i < sizeof(T) / 2; ++i) std::swap(bytes[i], bytes[sizeof(T) - 1 - i]);
+    for (std::size_t i = 0; i < sizeof(T) / 2; ++i)
+        std::swap(bytes[i], bytes[sizeof(T) - 1 - i]);
     std::memcpy(&value, bytes, sizeof value);
 }
 
@@ -222,8 +232,8 @@ void turn_label(PackedLabel& label) {
     turn(label.written_size);
 }
 
-/// Turns counts and arcs of all blocks, as far as they lie in their part. `native` says that
-/// the counts are in this machine's order.
+/// Turns counts and arcs of all blocks, as far as they lie in their part. `native` says
+/// that the counts are in this machine's order.
 void turn_states(char* states, const PackedLayout& layout, bool native) {
     const std::uint64_t size = 4 * std::uint64_t{layout.states_size};
     std::uint64_t at = 0;
@@ -246,7 +256,8 @@ void turn_states(char* states, const PackedLayout& layout, bool native) {
     }
 }
 
-/// Turns all numbers behind the header. `native` says that they are in this machine's order.
+/// Turns all numbers behind the header. `native` says that they are in this machine's
+/// order.
 void turn_arrays(char* image, const PackedLayout& at, bool native) {
     turn_states(image + PackedLayout::STATES_AT, at, native);
     for (std::uint64_t i = 0; i < at.label_count; ++i) {
@@ -267,7 +278,8 @@ bool has_other_order(std::string_view image) {
 }
 
 /// Turns an image of the other order into one of this machine's; false if its parts don't
-/// fill it. The checksum is that of the turned bytes if that of the bytes as they came held.
+/// fill it. The checksum is that of the turned bytes if that of the bytes as they came
+/// held.
 bool turn_to_own(std::string& image) {
     Header header;
     std::memcpy(&header, image.data(), sizeof header);
@@ -289,7 +301,8 @@ bool is_compiled_table(std::string_view bytes) {
 }
 
 std::string image_of(const PackedTable& table) {
-    std::string image(reinterpret_cast<const char*>(table.block().data()), table.block_bytes());
+    std::string image(reinterpret_cast<const char*>(table.block().data()),
+                      table.block_bytes());
     const PackedView& view = table.view();
     Header header{};
     std::memcpy(header.magic, MAGIC, sizeof MAGIC);
@@ -351,8 +364,8 @@ std::unique_ptr<Image> Image::open(const std::string& path) {
     if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
         static_cast<std::uint64_t>(status.st_size) >= sizeof(Header)) {
         image->mapped_size_ = static_cast<std::size_t>(status.st_size);
-        void* at = ::mmap(nullptr, image->mapped_size_, PROT_READ, MAP_SHARED | MAP_POPULATE,
-                          file, 0);
+        void* at = ::mmap(nullptr, image->mapped_size_, PROT_READ,
+                          MAP_SHARED | MAP_POPULATE, file, 0);
         if (at != MAP_FAILED) image->mapped_ = static_cast<const char*>(at);
     }
     ::close(file);

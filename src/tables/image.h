@@ -1,6 +1,6 @@
-// Compiled tables as files: checked, then mapped. The layout is that of PackedLayout, with a
-// header of 64 bytes in front: magic number, version, byte order, checksum, total size, the
-// sizes of the arrays, flags.
+// Compiled tables as files: checked, then mapped. The layout is that of PackedLayout,
+// with a header of 64 bytes in front: magic number, version, byte order, checksum, total
+// size, the sizes of the arrays, flags.
 //
 // Tests: tests/tables/image_test.cpp.
 #pragma once

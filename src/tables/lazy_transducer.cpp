@@ -7,7 +7,7 @@
 namespace lemara {
 namespace {
 
-constexpr int DEEPEST_EMPTY = 64;          // arcs with an empty lower symbol in a row
+constexpr int DEEPEST_EMPTY = 64;           // arcs with an empty lower symbol in a row
 constexpr int DEEPEST_REST = 512;           // arcs of a path in the rest of a word
 constexpr std::size_t MOST_ARCS = 1 << 14;  // looked at for one step
 
@@ -52,9 +52,10 @@ std::uint8_t with_label(std::uint8_t path, std::uint8_t label) {
     return result;
 }
 
-// A place is a state, an arc whose lower symbol has been read in part, or the end of a path that
-// read a byte as it ended. Bit 63 tells an arc, bits 32 to 62 where it or the state stands, 8 to
-// 31 the bytes read, 0 to 7 the path. An end is no state, and has a byte read.
+// A place is a state, an arc whose lower symbol has been read in part, or the end of a
+// path that read a byte as it ended. Bit 63 tells an arc, bits 32 to 62 where it or the
+// state stands, 8 to 31 the bytes read, 0 to 7 the path. An end is no state, and has a
+// byte read.
 constexpr std::uint64_t IN_ARC = std::uint64_t{1} << 63;
 constexpr std::uint64_t AT_END = std::uint64_t{1} << 8;
 constexpr std::uint32_t MOST_READ = 0xFFFFFF;
@@ -91,7 +92,10 @@ class LazyTransducer::Finisher {
 public:
     /// `small`: the word was typed with "a" to "z" in front.
     Finisher(const LazyTransducer& owner, std::string_view rest, bool small)
-        : table_(owner.table_), traits_(owner.label_traits_), rest_(rest), small_(small) {}
+        : table_(owner.table_),
+          traits_(owner.label_traits_),
+          rest_(rest),
+          small_(small) {}
 
     Answer run(const Place* places, std::size_t count) {
         for (std::size_t i = 0; i < count && !done_; ++i) {
@@ -124,8 +128,8 @@ private:
             const std::uint32_t count = std::min<std::uint32_t>(state.count - base, 64);
             std::uint64_t bits = matching_arcs(state.first + base, count, byte);
             for (; bits != 0 && !done_; bits &= bits - 1) {
-                read(state.arcs[base + static_cast<std::uint32_t>(__builtin_ctzll(bits))], 0, at,
-                     path, depth);
+                read(state.arcs[base + static_cast<std::uint32_t>(__builtin_ctzll(bits))],
+                     0, at, path, depth);
             }
         }
     }
@@ -162,7 +166,8 @@ private:
     bool failed_ = false;  // or a bound was passed
 };
 
-/// Takes the paths of a node one byte further, in the order of the walk, or to their ends.
+/// Takes the paths of a node one byte further, in the order of the walk, or to their
+/// ends.
 class LazyTransducer::Builder {
 public:
     explicit Builder(LazyTransducer& owner) : owner_(owner), table_(owner.table_) {}
@@ -216,7 +221,8 @@ private:
         const auto number = static_cast<std::size_t>(node & NUMBER);
         const std::size_t begin = owner_.places_begin_[number];
         const std::size_t count = owner_.places_begin_[number + 1] - begin;
-        for (from_ = 0; from_ < count && !failed; ++from_) visit(owner_.places_[begin + from_]);
+        for (from_ = 0; from_ < count && !failed; ++from_)
+            visit(owner_.places_[begin + from_]);
     }
 
     /// Goes on from a state: over arcs that read the byte, and over empty ones to further
@@ -227,7 +233,8 @@ private:
             const std::uint32_t count = std::min<std::uint32_t>(state.count - base, 64);
             std::uint64_t bits = matching_arcs(state.first + base, count, byte_);
             for (; bits != 0 && !failed; bits &= bits - 1) {
-                const std::uint32_t i = base + static_cast<std::uint32_t>(__builtin_ctzll(bits));
+                const std::uint32_t i =
+                    base + static_cast<std::uint32_t>(__builtin_ctzll(bits));
                 if (++arcs_ > MOST_ARCS) failed = true;
                 if (state.first[i] != 0) {
                     read_on(state.arcs[i], 0, path);
@@ -264,7 +271,8 @@ private:
     void read_on(const PackedArc& arc, std::uint32_t read, std::uint8_t path) {
         const std::uint32_t number = table_.label_of(arc);
         const PackedLabel& label = table_.labels[number];
-        if (static_cast<std::uint8_t>(table_.pool[label.lower_at + read]) != byte_) return;
+        if (static_cast<std::uint8_t>(table_.pool[label.lower_at + read]) != byte_)
+            return;
         if (read + 1 < label.lower_size) {
             failed = failed || read + 1 == MOST_READ;
             follows |= table_.bit_of(
@@ -274,7 +282,8 @@ private:
         }
         const std::uint8_t behind = with_label(path, owner_.label_traits_[number]);
         follows |= arc.follows;
-        add(arc.target < 0 ? AT_END | behind : in_state(arc.target, behind), table_.upper(number));
+        add(arc.target < 0 ? AT_END | behind : in_state(arc.target, behind),
+            table_.upper(number));
     }
 
     /// A path has arrived at `place`, and wrote `last` behind what empty arcs wrote.
@@ -303,7 +312,8 @@ private:
             (reinterpret_cast<const std::uint8_t*>(&arc) - table_.states) / 4);
     }
     const PackedArc& arc_at(std::uint32_t place) const {
-        return *reinterpret_cast<const PackedArc*>(table_.states + 4 * std::size_t{place});
+        return *reinterpret_cast<const PackedArc*>(table_.states +
+                                                   4 * std::size_t{place});
     }
 
     LazyTransducer& owner_;
@@ -312,8 +322,8 @@ private:
     std::uint16_t wanted_ = 0;  // mask bit of the byte, or of the end
     std::size_t from_ = 0;      // the path that is being taken on
     std::size_t arcs_ = 0;
-    std::string text_;          // what empty arcs wrote on the way
-    std::string_view only_;     // the one symbol that it is, if it is one
+    std::string text_;       // what empty arcs wrote on the way
+    std::string_view only_;  // the one symbol that it is, if it is one
 };
 
 LazyTransducer::Slots::Slots(std::size_t size)
@@ -324,13 +334,15 @@ LazyTransducer::Slots::Slots(std::size_t size)
     for (std::size_t bits = size; bits > 1; bits /= 2) --shift;
 }
 
-LazyTransducer::Jumps::Jumps(std::size_t size) : mask(size - 1), slots(new Slot[size]()) {}
+LazyTransducer::Jumps::Jumps(std::size_t size)
+    : mask(size - 1), slots(new Slot[size]()) {}
 
 void LazyTransducer::Jumps::put(Node from, std::uint64_t bytes, Node to) const {
     Slot& slot = slots[find(from, bytes).slot];
     slot.bytes.store(bytes, std::memory_order_relaxed);
-    slot.nodes.store(static_cast<std::uint64_t>(from) << 32 | static_cast<std::uint32_t>(to),
-                     std::memory_order_release);
+    slot.nodes.store(
+        static_cast<std::uint64_t>(from) << 32 | static_cast<std::uint32_t>(to),
+        std::memory_order_release);
 }
 
 LazyTransducer::LazyTransducer(const PackedView& table) : table_(table) {}
@@ -341,7 +353,8 @@ void LazyTransducer::prepare() {
         label_traits_.push_back(traits_of(table_.upper(label)));
         for (const char c : table_.lower(label)) {
             const auto byte = static_cast<std::uint8_t>(c);
-            follow_bit_[byte] = 1 << (FOLLOWS_AT + table_.byte_class[byte] % FOLLOW_CLASSES);
+            follow_bit_[byte] =
+                1 << (FOLLOWS_AT + table_.byte_class[byte] % FOLLOW_CLASSES);
         }
     }
     step_ = std::make_unique<Builder>(*this);
@@ -357,8 +370,9 @@ LazyTransducer::Node LazyTransducer::make_start() {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (const Node known = start_.load(std::memory_order_relaxed)) return known;
     Node node = TOO_MANY;
-    // The walk cuts a path that comes back to a state without having read a byte. Here such a
-    // path would be followed to what it adds to the upper text, so the walk is asked.
+    // The walk cuts a path that comes back to a state without having read a byte. Here
+    // such a path would be followed to what it adds to the upper text, so the walk is
+    // asked.
     if ((table_.cycles & EMPTY_CYCLES) == 0) {
         prepare();
         if (table_.state_count > 0) step_->places.push_back(in_state(0, NOTHING_WRITTEN));
@@ -369,7 +383,8 @@ LazyTransducer::Node LazyTransducer::make_start() {
     return node;
 }
 
-LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, const Piece** ways) {
+LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
+                                          const Piece** ways) {
     if (stop.node <= DEAD) return stop.node;
     const Slots* slots = slots_.load(std::memory_order_acquire);
     bool insist = false;
@@ -387,9 +402,10 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, con
     return stop.node;
 }
 
-/// A step that `read` did not find. Nobody waits here: while another thread makes steps, the
-/// walk is asked.
-LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, bool& insist) {
+/// A step that `read` did not find. Nobody waits here: while another thread makes steps,
+/// the walk is asked.
+LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte,
+                                               bool& insist) {
     const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
     if (!lock || !has_room()) return {TOO_MANY, nullptr};
     const Step known = step(*all_slots_.back(), node, byte);
@@ -461,12 +477,16 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
     std::size_t slot = hash_of(built.places) & mask;
     for (; nodes_[slot] != UNKNOWN; slot = (slot + 1) & mask) {
         const auto number = static_cast<std::size_t>(nodes_[slot] & NUMBER);
-        const auto begin = places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]);
-        const auto end = places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]);
-        if (std::equal(begin, end, built.places.begin(), built.places.end())) return nodes_[slot];
+        const auto begin =
+            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]);
+        const auto end =
+            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]);
+        if (std::equal(begin, end, built.places.begin(), built.places.end()))
+            return nodes_[slot];
     }
     const std::size_t number = places_begin_.size() - 1;
-    if (number >= MOST_NODES || places_.size() + built.places.size() > MOST_PLACES) return TOO_MANY;
+    if (number >= MOST_NODES || places_.size() + built.places.size() > MOST_PLACES)
+        return TOO_MANY;
     Builder& ends = *ends_of_step_;
     ends.ends_of(built.places);
     const Piece* kept = ends.failed ? nullptr : keep(ends.pieces);
@@ -474,7 +494,8 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
 
     auto node = static_cast<Node>(number);
     for (int bit = 0; bit < PackedView::CLASS_OF_END; ++bit) {
-        if ((built.follows >> bit & 1) != 0) node |= 1 << (FOLLOWS_AT + bit % FOLLOW_CLASSES);
+        if ((built.follows >> bit & 1) != 0)
+            node |= 1 << (FOLLOWS_AT + bit % FOLLOW_CLASSES);
     }
     for (const Piece& piece : ends.pieces) {
         node |= (piece.path & ODD) != 0                ? ENDS_ODD
@@ -483,7 +504,8 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
     }
     std::unique_ptr<Ends[]>& chunk = ends_[number / NODES_OF_CHUNK];
     if (chunk == nullptr) chunk.reset(new Ends[NODES_OF_CHUNK]);
-    chunk[number % NODES_OF_CHUNK] = {kept, static_cast<std::uint32_t>(ends.pieces.size())};
+    chunk[number % NODES_OF_CHUNK] = {kept,
+                                      static_cast<std::uint32_t>(ends.pieces.size())};
     places_.insert(places_.end(), built.places.begin(), built.places.end());
     places_begin_.push_back(places_.size());
     nodes_[slot] = node;
@@ -497,8 +519,9 @@ void LazyTransducer::widen_nodes() {
     for (const Node node : nodes_) {
         if (node == UNKNOWN) continue;
         const auto number = static_cast<std::size_t>(node & NUMBER);
-        places.assign(places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]),
-                      places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]));
+        places.assign(
+            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]),
+            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]));
         std::size_t slot = hash_of(places) & (wider.size() - 1);
         while (wider[slot] != UNKNOWN) slot = (slot + 1) & (wider.size() - 1);
         wider[slot] = node;
@@ -523,7 +546,8 @@ void LazyTransducer::grow(std::size_t size) {
         for (std::size_t i = 0; i <= old.mask; ++i) {
             const std::uint64_t head = old.heads[i].load(std::memory_order_relaxed);
             if (head == 0) continue;
-            const std::size_t slot = larger->find(static_cast<std::uint32_t>(head >> 32)).slot;
+            const std::size_t slot =
+                larger->find(static_cast<std::uint32_t>(head >> 32)).slot;
             larger->ways[slot].store(old.ways[i].load(std::memory_order_relaxed),
                                      std::memory_order_relaxed);
             larger->heads[slot].store(head, std::memory_order_relaxed);
@@ -538,7 +562,8 @@ void LazyTransducer::grow_jumps(std::size_t size) {
     if (!all_jumps_.empty()) {
         const Jumps& old = *all_jumps_.back();
         for (std::size_t i = 0; i <= old.mask; ++i) {
-            const std::uint64_t nodes = old.slots[i].nodes.load(std::memory_order_relaxed);
+            const std::uint64_t nodes =
+                old.slots[i].nodes.load(std::memory_order_relaxed);
             if (nodes == 0) continue;
             larger->put(static_cast<Node>(nodes >> 32),
                         old.slots[i].bytes.load(std::memory_order_relaxed),
@@ -556,7 +581,8 @@ void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {
     const Slots::Found found = slots.find(key);
     if (found.next == UNKNOWN) ++slots_used_;
     slots.ways[found.slot].store(step.ways, std::memory_order_relaxed);
-    slots.heads[found.slot].store(std::uint64_t{key} << 32 | next, std::memory_order_release);
+    slots.heads[found.slot].store(std::uint64_t{key} << 32 | next,
+                                  std::memory_order_release);
 }
 
 /// A lasting copy of pieces, null if there are none, or too many in all.
@@ -573,8 +599,8 @@ const LazyTransducer::Piece* LazyTransducer::keep(const std::vector<Piece>& piec
     return copy;
 }
 
-/// The end of a lasting copy of two texts, one behind the other, with SHORT bytes in front; null
-/// if there are too many.
+/// The end of a lasting copy of two texts, one behind the other, with SHORT bytes in
+/// front; null if there are too many.
 const char* LazyTransducer::end_of(std::string_view first, std::string_view second) {
     const std::size_t size = first.size() + second.size();
     if (text_left_ < size) {

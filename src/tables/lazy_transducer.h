@@ -1,19 +1,21 @@
 // The lower side of a table, made deterministic as words ask for it.
 //
-// A node stands for all the paths that have read the same bytes: where each has arrived, in the
-// order in which the walk takes them, and what the filters need to know of its upper text.
-// That is little: does it begin with a capital, does it hold the tag of a name. Paths of which
-// they need more (symbols and acronyms, postpositions, several words, bracket groups, "MAT") are
-// odd. A step from a node to the next by a byte keeps for each path behind it which one in front
-// it came from, and the upper text that was written on the way. So the node in which a word ends
-// says yes or no at once, and the way back from there spells the analyses, in their order.
+// A node stands for all the paths that have read the same bytes: where each has arrived,
+// in the order in which the walk takes them, and what the filters need to know of its
+// upper text. That is little: does it begin with a capital, does it hold the tag of a
+// name. Paths of which they need more (symbols and acronyms, postpositions, several
+// words, bracket groups, "MAT") are odd. A step from a node to the next by a byte keeps
+// for each path behind it which one in front it came from, and the upper text that was
+// written on the way. So the node in which a word ends says yes or no at once, and the
+// way back from there spells the analyses, in their order.
 //
-// What nobody asked for costs nothing: a step is made when it's asked for a second time. Until
-// then, and for all that would pass a bound, the walk is asked. Reading takes no lock.
+// What nobody asked for costs nothing: a step is made when it's asked for a second time.
+// Until then, and for all that would pass a bound, the walk is asked. Reading takes no
+// lock.
 //
-// Method: determinisation of a transducer by ordered subsets with the way back kept (as in M.
-// Mohri, "Finite-State Transducers in Language and Speech Processing", 1997), on demand.
-// Twin: the walk. Tests: tests/tables/lazy_transducer_test.cpp.
+// Method: determinisation of a transducer by ordered subsets with the way back kept (as
+// in M. Mohri, "Finite-State Transducers in Language and Speech Processing", 1997), on
+// demand. Twin: the walk. Tests: tests/tables/lazy_transducer_test.cpp.
 #pragma once
 
 #include <atomic>
@@ -78,8 +80,8 @@ public:
         return node;
     }
 
-    /// The answer for a word that ends in `node`. `small`: it was typed with "a" to "z" in
-    /// front.
+    /// The answer for a word that ends in `node`. `small`: it was typed with "a" to "z"
+    /// in front.
     static Answer answer(Node node, bool small) {
         if (node == TOO_MANY) return Answer::ask_the_walk;
         if ((node & ENDS_CLEAN) != 0 || (!small && (node & ENDS_AS_NAME) != 0)) {
@@ -115,9 +117,10 @@ public:
         std::size_t most = 0;   // it has no more analyses than that
     };
 
-    /// Calls `visit` with each analysis of a word as typed that the filters keep, in order,
-    /// until it answers false. The text of a call is gone after it. False if the walk is to be
-    /// asked; then nothing was visited. `word` holds no NUL, and one stands behind it.
+    /// Calls `visit` with each analysis of a word as typed that the filters keep, in
+    /// order, until it answers false. The text of a call is gone after it. False if the
+    /// walk is to be asked; then nothing was visited. `word` holds no NUL, and one stands
+    /// behind it.
     template <class Visit>
     bool spell(std::string_view word, Spelt& spelt, Visit visit) {
         if (word.size() > LONGEST_SPELT) return false;
@@ -160,14 +163,16 @@ public:
 
 private:
     // How words end in a node, above its number.
-    static constexpr Node ENDS_CLEAN = 1 << 18;    // a word, however it is typed
-    static constexpr Node ENDS_AS_NAME = 1 << 19;  // a word, unless it begins in small letters
-    static constexpr Node ENDS_ODD = 1 << 20;      // perhaps a word
+    static constexpr Node ENDS_CLEAN = 1 << 18;  // a word, however it is typed
+    static constexpr Node ENDS_AS_NAME =
+        1 << 19;  // a word, unless it begins in small letters
+    static constexpr Node ENDS_ODD = 1 << 20;  // perhaps a word
     static constexpr Node ENDS = ENDS_CLEAN | ENDS_AS_NAME | ENDS_ODD;
     static constexpr Node NUMBER = ENDS_CLEAN - 1;
 
-    // Above that a bit for each class of bytes that a step from the node may read. The commonest
-    // have a class of their own, so hardly a step in vain looks further than here.
+    // Above that a bit for each class of bytes that a step from the node may read. The
+    // commonest have a class of their own, so hardly a step in vain looks further than
+    // here.
     static constexpr int FOLLOWS_AT = 21;
     static constexpr int FOLLOW_CLASSES = 10;
 
@@ -181,16 +186,16 @@ private:
     static constexpr std::size_t NODES_OF_CHUNK = 1 << 10;
     static constexpr std::size_t PIECES_OF_CHUNK = 1 << 12;
     static constexpr std::size_t BYTES_OF_CHUNK = 1 << 14;
-    static constexpr std::size_t MOST_CHUNKS = 1 << 8;  // of pieces: a million
-    static constexpr std::size_t MOST_PATHS = 1 << 10;  // of one node
+    static constexpr std::size_t MOST_CHUNKS = 1 << 8;   // of pieces: a million
+    static constexpr std::size_t MOST_PATHS = 1 << 10;   // of one node
     static constexpr std::size_t MOST_PLACES = 1 << 21;  // of all nodes
     static constexpr std::size_t LONGEST_PIECE = 128;
     static constexpr std::size_t SHORT = 16;  // bytes that are copied in one move
     static constexpr std::size_t LONGEST_TEXT =
         LONGEST_PIECE * (LONGEST_SPELT + 1) + SHORT + 1;
 
-    /// Upper text that a path writes, and the path that it goes on from. SHORT bytes in front
-    /// of its end may be read.
+    /// Upper text that a path writes, and the path that it goes on from. SHORT bytes in
+    /// front of its end may be read.
     struct Piece {
         const char* end;
         std::uint16_t size;
@@ -200,7 +205,8 @@ private:
 
     static char* write_before(char* at, const Piece& piece) {
         if (piece.size <= SHORT) {
-            std::memcpy(at - SHORT, piece.end - SHORT, SHORT);  // of fixed size: two moves
+            std::memcpy(at - SHORT, piece.end - SHORT,
+                        SHORT);  // of fixed size: two moves
         } else {
             std::memcpy(at - piece.size, piece.end - piece.size, piece.size);
         }
@@ -229,9 +235,11 @@ private:
             std::size_t slot;
         };
         Found find(std::uint32_t key) const {
-            for (std::size_t slot = key * 0x9E3779B97F4A7C15u >> shift;; slot = (slot + 1) & mask) {
+            for (std::size_t slot = key * 0x9E3779B97F4A7C15u >> shift;;
+                 slot = (slot + 1) & mask) {
                 const std::uint64_t held = heads[slot].load(std::memory_order_acquire);
-                if (held >> 32 == key) return {static_cast<Node>(static_cast<std::uint32_t>(held)), slot};
+                if (held >> 32 == key)
+                    return {static_cast<Node>(static_cast<std::uint32_t>(held)), slot};
                 if (held == 0) return {UNKNOWN, slot};
             }
         }
@@ -239,14 +247,16 @@ private:
         std::size_t mask;
         int shift;
         std::unique_ptr<std::atomic<std::uint64_t>[]> heads;
-        std::unique_ptr<std::atomic<const Piece*>[]> ways;  // back from the paths behind a step
+        std::unique_ptr<std::atomic<const Piece*>[]>
+            ways;  // back from the paths behind a step
     };
 
     // Bytes that a jump takes at once.
     static constexpr std::size_t JUMP = 8;
 
-    /// Jumps over several steps: where a yes or no went before, it goes again without a look at
-    /// the steps. Found by the node and the bytes as typed, with NULs behind the last of a word.
+    /// Jumps over several steps: where a yes or no went before, it goes again without a
+    /// look at the steps. Found by the node and the bytes as typed, with NULs behind the
+    /// last of a word.
     struct Jumps {
         explicit Jumps(std::size_t size);
 
@@ -259,9 +269,11 @@ private:
             std::size_t slot;
         };
         Found find(Node from, std::uint64_t bytes) const {
-            const std::uint64_t key = (bytes ^ static_cast<std::uint64_t>(from) << 32) * 0x9E3779B97F4A7C15u;
+            const std::uint64_t key =
+                (bytes ^ static_cast<std::uint64_t>(from) << 32) * 0x9E3779B97F4A7C15u;
             for (std::size_t slot = (key ^ key >> 32) & mask;; slot = (slot + 1) & mask) {
-                const std::uint64_t nodes = slots[slot].nodes.load(std::memory_order_acquire);
+                const std::uint64_t nodes =
+                    slots[slot].nodes.load(std::memory_order_acquire);
                 if (nodes == 0) return {UNKNOWN, slot};
                 if (static_cast<Node>(nodes >> 32) == from &&
                     slots[slot].bytes.load(std::memory_order_relaxed) == bytes) {
@@ -309,8 +321,8 @@ private:
         std::size_t at;
     };
 
-    /// The node that a text leads to from `stop` on; TOO_MANY if a step is not made yet, or
-    /// not at all. `ways`, if not null, takes the way back of each step.
+    /// The node that a text leads to from `stop` on; TOO_MANY if a step is not made yet,
+    /// or not at all. `ways`, if not null, takes the way back of each step.
     Node read(Stop& stop, std::string_view text, const Piece** ways);
 
     /// A place that a path has arrived at, and what is known of the path.
@@ -339,11 +351,12 @@ private:
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
     std::atomic<const Jumps*> jumps_{nullptr};
-    Node follow_bit_[256] = {};  // of bytes that the table reads at all
+    Node follow_bit_[256] = {};                  // of bytes that the table reads at all
     std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
 
     std::mutex mutex_;  // guards all below
-    std::vector<std::unique_ptr<Slots>> all_slots_;  // the last is in use; readers may be in others
+    std::vector<std::unique_ptr<Slots>>
+        all_slots_;  // the last is in use; readers may be in others
     std::size_t slots_used_ = 0;
     std::vector<std::unique_ptr<Jumps>> all_jumps_;  // in the same way
     std::size_t jumps_used_ = 0;
@@ -352,7 +365,7 @@ private:
     std::vector<std::size_t> places_begin_;  // by node
     std::vector<Node> nodes_;                // by a hash of their places, open addressing
     std::vector<std::unique_ptr<Piece[]>> piece_chunks_;
-    std::size_t pieces_left_ = 0;            // in the last chunk
+    std::size_t pieces_left_ = 0;                       // in the last chunk
     std::vector<std::unique_ptr<char[]>> text_chunks_;  // for pieces that are no symbol
     std::size_t text_left_ = 0;
     std::unique_ptr<Builder> step_, ends_of_step_;

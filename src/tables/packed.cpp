@@ -80,7 +80,8 @@ private:
         }
     }
 
-    void write_state(char* states, std::size_t state, std::vector<std::uint32_t>& wide) const {
+    void write_state(char* states, std::size_t state,
+                     std::vector<std::uint32_t>& wide) const {
         const std::uint32_t count = begin_[state + 1] - begin_[state];
         char* block = states + 4 * static_cast<std::size_t>(place_[state]);
         char* first = block + 1;
@@ -95,7 +96,8 @@ private:
             const std::uint32_t arc = begin_[state] + i;
             PackedArc packed{};
             const std::int32_t target = target_[arc];
-            packed.target = target < 0 ? target : place_[static_cast<std::size_t>(target)];
+            packed.target =
+                target < 0 ? target : place_[static_cast<std::size_t>(target)];
             packed.follows = target < 0 ? PackedView::END_BIT
                                         : mask_[static_cast<std::size_t>(target)];
             if (labels_[label_[arc]].is_long(first_[arc])) packed.label = PackedArc::LONG;
@@ -111,12 +113,14 @@ private:
     void add(const Zubia& arc) {
         const std::string& lower = arc.beheko_ikurra;
         const int target = arc.hurrengo_egoera;
-        const bool dangling = target >= 0 && (static_cast<std::size_t>(target) >= states_.size() ||
-                                              states_[static_cast<std::size_t>(target)] == nullptr);
+        const bool dangling =
+            target >= 0 && (static_cast<std::size_t>(target) >= states_.size() ||
+                            states_[static_cast<std::size_t>(target)] == nullptr);
         if (dangling) return;
         target_.push_back(target);
         label_.push_back(label_for(arc.goiko_ikurra, lower));
-        first_.push_back(lower.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(lower[0]));
+        first_.push_back(lower.empty() ? std::uint8_t{0}
+                                       : static_cast<std::uint8_t>(lower[0]));
     }
 
     std::uint32_t label_for(const std::string& upper, const std::string& lower) {
@@ -125,7 +129,8 @@ private:
         key_.assign(reinterpret_cast<const char*>(&size), sizeof size);
         key_ += upper;
         key_ += lower;
-        const auto found = label_ids_.emplace(key_, static_cast<std::uint32_t>(labels_.size()));
+        const auto found =
+            label_ids_.emplace(key_, static_cast<std::uint32_t>(labels_.size()));
         if (found.second) {
             PackedLabel label{};
             label.describe(upper, lower);
@@ -151,7 +156,8 @@ private:
         std::array<int, 256> order{};
         std::iota(order.begin(), order.end(), 0);
         std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-            return counts[static_cast<std::size_t>(a)] > counts[static_cast<std::size_t>(b)];
+            return counts[static_cast<std::size_t>(a)] >
+                   counts[static_cast<std::size_t>(b)];
         });
         for (std::size_t rank = 0; rank < order.size(); ++rank) {
             const auto own = static_cast<std::uint8_t>(rank < 10 ? rank : 10 + rank % 5);
@@ -159,13 +165,14 @@ private:
         }
     }
 
-    /// What can follow in a state: the first bytes of its arcs, the end where a word may end,
-    /// and all that can follow behind its empty arcs. Runs to a fixed point, so that cycles
-    /// of empty arcs do no harm; states are visited from the back, since targets tend to have
-    /// the higher numbers.
+    /// What can follow in a state: the first bytes of its arcs, the end where a word may
+    /// end, and all that can follow behind its empty arcs. Runs to a fixed point, so that
+    /// cycles of empty arcs do no harm; states are visited from the back, since targets
+    /// tend to have the higher numbers.
     void find_masks() {
         mask_.assign(states_.size(), 0);
-        // The empty arcs by target, as lists: the first one of a state, and the next of each.
+        // The empty arcs by target, as lists: the first one of a state, and the next of
+        // each.
         constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
         struct EmptyArc {
             std::uint32_t source, next;
@@ -176,7 +183,8 @@ private:
         for (std::uint32_t state = 0; state < states_.size(); ++state) {
             for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
                 if (labels_[label_[arc]].lower_size != 0) {
-                    mask_[state] |= static_cast<std::uint16_t>(1u << byte_class_[first_[arc]]);
+                    mask_[state] |=
+                        static_cast<std::uint16_t>(1u << byte_class_[first_[arc]]);
                 } else if (target_[arc] < 0) {
                     mask_[state] |= PackedView::END_BIT;
                 } else {
@@ -192,7 +200,8 @@ private:
             open.pop_back();
             for (std::uint32_t i = into[state]; i != NONE; i = empty_arcs[i].next) {
                 const std::uint32_t source = empty_arcs[i].source;
-                const auto mask = static_cast<std::uint16_t>(mask_[source] | mask_[state]);
+                const auto mask =
+                    static_cast<std::uint16_t>(mask_[source] | mask_[state]);
                 if (mask == mask_[source]) continue;
                 mask_[source] = mask;
                 open.push_back(source);
@@ -200,11 +209,12 @@ private:
         }
     }
 
-    /// True if arcs form a cycle: all of them, or those with an empty lower symbol. States
-    /// that no arc enters are taken away until none is left, or none can go.
+    /// True if arcs form a cycle: all of them, or those with an empty lower symbol.
+    /// States that no arc enters are taken away until none is left, or none can go.
     bool has_cycle(bool empty_alone) const {
         const auto counts = [&](std::uint32_t arc) {
-            return target_[arc] >= 0 && (!empty_alone || labels_[label_[arc]].lower_size == 0);
+            return target_[arc] >= 0 &&
+                   (!empty_alone || labels_[label_[arc]].lower_size == 0);
         };
         if (target_.empty()) return false;
         std::vector<std::uint32_t> entries(states_.size(), 0);
@@ -282,11 +292,14 @@ PackedView PackedLayout::view(const char* block) const {
     view.pool_size = pool_size;
     view.states_size = states_size;
     view.cycles = cycles;
-    const auto at = [&](std::uint64_t offset) { return static_cast<const void*>(block + offset); };
+    const auto at = [&](std::uint64_t offset) {
+        return static_cast<const void*>(block + offset);
+    };
     view.byte_class = static_cast<const std::uint8_t*>(at(CLASSES_AT));
     view.states = static_cast<const std::uint8_t*>(at(STATES_AT));
     view.labels = static_cast<const PackedLabel*>(at(labels_at()));
-    if (wide_labels) view.wide_labels = static_cast<const std::uint32_t*>(at(wide_labels_at()));
+    if (wide_labels)
+        view.wide_labels = static_cast<const std::uint32_t*>(at(wide_labels_at()));
     view.pool = block + pool_at();
     return view;
 }

@@ -1,15 +1,16 @@
 // The packed form of a table: what searches run on.
 //
-// A state is a block of bytes: how many arcs it has, then a byte for each arc, the first of its
-// lower symbol (0: empty), then the arcs themselves, in file order. So a search that enters a
-// state touches one place in memory. The bytes in front find the arcs that can match the next
-// byte of a token, 16 at a look; and a mask in each arc tells which bytes can follow behind
-// it, over empty arcs too, so that hardly any arc is taken in vain. An arc holds the place of
-// its target's block. Every distinct pair of symbols is a label, stored once.
+// A state is a block of bytes: how many arcs it has, then a byte for each arc, the first
+// of its lower symbol (0: empty), then the arcs themselves, in file order. So a search
+// that enters a state touches one place in memory. The bytes in front find the arcs that
+// can match the next byte of a token, 16 at a look; and a mask in each arc tells which
+// bytes can follow behind it, over empty arcs too, so that hardly any arc is taken in
+// vain. An arc holds the place of its target's block. Every distinct pair of symbols is a
+// label, stored once.
 //
-// All of it lies in one block, in the layout of a compiled table's file (see image.h), whether
-// it was packed in memory or mapped. Arcs that lead nowhere (to a state that doesn't exist)
-// are left out; nothing else differs from the graph.
+// All of it lies in one block, in the layout of a compiled table's file (see image.h),
+// whether it was packed in memory or mapped. Arcs that lead nowhere (to a state that
+// doesn't exist) are left out; nothing else differs from the graph.
 //
 // Tests: tests/tables/packed_test.cpp, against the walk over the graph.
 #pragma once
@@ -34,17 +35,19 @@ struct PackedLabel {
     // What a generation asks of an upper symbol.
     static constexpr std::uint8_t HAS_OPEN = 1;  // it holds a "<"
     static constexpr std::uint8_t SHUTS = 2;     // a tag that may shut a path out
-    static constexpr std::uint8_t LOOSE = 4;     // part of a tag, whose rest another may hold
+    static constexpr std::uint8_t LOOSE =
+        4;  // part of a tag, whose rest another may hold
 
     std::uint32_t upper_at, upper_size;
     std::uint32_t lower_at, lower_size;
-    std::uint32_t written_size;  // of the upper symbol in a generation: 0 if it is left out
+    std::uint32_t
+        written_size;  // of the upper symbol in a generation: 0 if it is left out
     std::uint8_t written_first;  // its first byte there; 0 if nothing is written
     std::uint8_t flags;
-    std::uint16_t unused;        // 0
+    std::uint16_t unused;  // 0
 
-    /// True if a look at one byte doesn't tell whether an arc of this label matches. A NUL is
-    /// such a byte: it stands for no symbol at all there.
+    /// True if a look at one byte doesn't tell whether an arc of this label matches. A
+    /// NUL is such a byte: it stands for no symbol at all there.
     bool is_long(std::uint8_t first) const {
         return lower_size > 1 || (lower_size == 1 && first == 0);
     }
@@ -58,8 +61,9 @@ using StateRef = std::int32_t;
 
 /// An arc. If there are more labels than fit here, they are in a table of their own.
 struct PackedArc {
-    static constexpr std::uint16_t LONG = 1 << 15;  // in `label`: the lower symbol is no single
-                                                    // byte, nor empty; its label tells what it is
+    static constexpr std::uint16_t LONG =
+        1 << 15;  // in `label`: the lower symbol is no single
+                  // byte, nor empty; its label tells what it is
 
     StateRef target;        // negative: end of a word
     std::uint16_t label;    // number, and LONG
@@ -88,18 +92,19 @@ struct PackedView {
     std::uint32_t arc_count = 0;
     std::uint32_t label_count = 0;
     std::uint32_t pool_size = 0;
-    std::uint32_t states_size = 0;                // of all blocks, in units of 4 bytes
-    std::uint32_t cycles = 0;                     // EMPTY_CYCLES, ANY_CYCLES
-    const std::uint8_t* byte_class = nullptr;     // [256]: mask bit of a byte, 0 to 14
-    const std::uint8_t* states = nullptr;         // the blocks, state 0 in front
-    const std::uint32_t* wide_labels = nullptr;   // one for each place of 8 bytes, or null
-    const PackedLabel* labels = nullptr;          // [label_count]
-    const char* pool = nullptr;                   // [pool_size]
+    std::uint32_t states_size = 0;               // of all blocks, in units of 4 bytes
+    std::uint32_t cycles = 0;                    // EMPTY_CYCLES, ANY_CYCLES
+    const std::uint8_t* byte_class = nullptr;    // [256]: mask bit of a byte, 0 to 14
+    const std::uint8_t* states = nullptr;        // the blocks, state 0 in front
+    const std::uint32_t* wide_labels = nullptr;  // one for each place of 8 bytes, or null
+    const PackedLabel* labels = nullptr;         // [label_count]
+    const char* pool = nullptr;                  // [pool_size]
 
     /// Bytes behind an array that a look or a copy may touch.
     static constexpr std::size_t PADDING = 64;
 
-    /// A count of this in a block's first byte means that the count stands in the next word.
+    /// A count of this in a block's first byte means that the count stands in the next
+    /// word.
     static constexpr std::uint8_t MANY_ARCS = 255;
 
     PackedState state(StateRef ref) const {
@@ -146,7 +151,8 @@ struct PackedView {
     }
 };
 
-/// The arcs among `count` (at most 64) from `first` on whose byte is `byte` or 0, as bits.
+/// The arcs among `count` (at most 64) from `first` on whose byte is `byte` or 0, as
+/// bits.
 inline std::uint64_t matching_arcs(const std::uint8_t* first, std::uint32_t count,
                                    std::uint8_t byte) {
     std::uint64_t bits = 0;
@@ -154,11 +160,11 @@ inline std::uint64_t matching_arcs(const std::uint8_t* first, std::uint32_t coun
     const __m128i wanted = _mm_set1_epi8(static_cast<char>(byte));
     const __m128i none = _mm_setzero_si128();
     for (std::uint32_t i = 0; i < count; i += 16) {
-        const __m128i look =
-            _mm_loadu_si128(reinterpret_cast<const __m128i*>(first + i));
+        const __m128i look = _mm_loadu_si128(reinterpret_cast<const __m128i*>(first + i));
         const __m128i hit =
             _mm_or_si128(_mm_cmpeq_epi8(look, wanted), _mm_cmpeq_epi8(look, none));
-        bits |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(hit))) << i;
+        bits |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(hit)))
+                << i;
     }
 #else
     for (std::uint32_t i = 0; i < count; ++i) {
@@ -172,8 +178,8 @@ inline std::uint64_t matching_arcs(const std::uint8_t* first, std::uint32_t coun
 /// A table packed from its graph, or an image that somebody checked. Owns its block.
 class PackedTable {
 public:
-    /// Packs the states of a graph; null states, null arcs and dangling targets are passed
-    /// over. Cost: linear in the records.
+    /// Packs the states of a graph; null states, null arcs and dangling targets are
+    /// passed over. Cost: linear in the records.
     explicit PackedTable(const std::vector<Egoera*>& states);
 
     const PackedView& view() const { return view_; }

@@ -1,8 +1,8 @@
-// The two searches over a packed table. They give what the searches over the graph give, in
-// the same order; see Taula.h for the rules.
+// The two searches over a packed table. They give what the searches over the graph give,
+// in the same order; see Taula.h for the rules.
 //
-// Only in a table with cycles is it looked at where a path has been; a table that says of itself
-// wrongly that it has none is searched until the budget is spent.
+// Only in a table with cycles is it looked at where a path has been; a table that says of
+// itself wrongly that it has none is searched until the budget is spent.
 //
 // Twin: tests/tables/plain_search.h. Tests: tests/tables/packed_test.cpp.
 #pragma once
@@ -34,8 +34,8 @@ private:
 
 constexpr std::size_t RESULT_COST = 64;
 
-/// Text that a search extends and cuts back. Short ones stay on the stack. There is always a
-/// NUL behind it.
+/// Text that a search extends and cuts back. Short ones stay on the stack. There is
+/// always a NUL behind it.
 class PathText {
 public:
     PathText() { small_[0] = '\0'; }
@@ -129,8 +129,8 @@ private:
 /// Walks a token through a packed table.
 class PackedAnalysis {
 public:
-    /// `token` as typed, `rest` the lowered text to consume; neither holds a NUL, and a NUL
-    /// stands behind `token`.
+    /// `token` as typed, `rest` the lowered text to consume; neither holds a NUL, and a
+    /// NUL stands behind `token`.
     PackedAnalysis(const PackedView& table, std::string_view token, std::string_view rest)
         : table_(table),
           token_(token),
@@ -166,11 +166,11 @@ private:
         std::uint64_t bits;         // arcs still to be tried, of the 64 from `arcs` on
         const std::uint8_t* first;  // moves on with `arcs`
         const PackedArc* arcs;
-        std::uint32_t count;        // of the state's arcs from `arcs` on
+        std::uint32_t count;  // of the state's arcs from `arcs` on
         std::uint32_t position;
-        std::uint32_t depth;        // arcs on the path to the state
+        std::uint32_t depth;  // arcs on the path to the state
         StateRef state;
-        bool written;               // the path has an upper text
+        bool written;  // the path has an upper text
 
         bool has_more() const { return count > 64; }
     };
@@ -179,10 +179,12 @@ private:
         const std::uint8_t byte = frame.position < rest_.size()
                                       ? static_cast<std::uint8_t>(rest_[frame.position])
                                       : std::uint8_t{0};
-        frame.bits = matching_arcs(frame.first, frame.count < 64 ? frame.count : 64, byte);
+        frame.bits =
+            matching_arcs(frame.first, frame.count < 64 ? frame.count : 64, byte);
     }
 
-    Frame open(StateRef ref, std::uint32_t position, std::uint32_t depth, bool written) const {
+    Frame open(StateRef ref, std::uint32_t position, std::uint32_t depth,
+               bool written) const {
         const PackedState state = table_.state(ref);
         Frame frame;
         frame.first = state.first;
@@ -289,7 +291,7 @@ private:
     const std::string_view rest_;
     const bool small_;
     PathText output_;
-    std::size_t prefix_ = 0;                 // bytes of the output that stood before
+    std::size_t prefix_ = 0;                  // bytes of the output that stood before
     InlineStack<std::uint32_t, 128> labels_;  // of the arcs on the path
     InlineStack<Frame, 32> frames_;
     std::size_t reach_ = 0;
@@ -314,8 +316,8 @@ public:
     }
 
     /// Calls `emit` with the upper string and the form of each result, in order, until it
-    /// answers false. `emit` gets them NUL-terminated, and may write capitals into the form: they stay there as long as
-    /// the bytes they are written to.
+    /// answers false. `emit` gets them NUL-terminated, and may write capitals into the
+    /// form: they stay there as long as the bytes they are written to.
     template <class Emit>
     void run(std::int32_t start, Emit emit) {
         const std::size_t n = std::min(upper_.size(), target_.size());
@@ -347,11 +349,11 @@ private:
         std::uint32_t upper, lower;
         std::uint32_t last_open;  // index behind the last "<" of the upper text; 0: none
         StateRef state;
-        bool loose;               // it may hold a tag whose rest is still to come
+        bool loose;  // it may hold a tag whose rest is still to come
     };
 
-    /// True if the part of the upper text from `from` on completes a text that shuts the path
-    /// out.
+    /// True if the part of the upper text from `from` on completes a text that shuts the
+    /// path out.
     bool is_shut_out(std::size_t from) const {
         const std::string_view tail = upper_.view().substr(from > TAIL ? from - TAIL : 0);
         return (!target_elided_ && contains(tail, "<ELI_IZE")) ||
@@ -361,9 +363,9 @@ private:
     }
 
     /// Judges the path on entry to `state`; the upper text agrees with the target, and is
-    /// new from `from` on. `suspect` says that what is new may shut the path out: where all
-    /// tags are whole, only a symbol that holds such a tag does. True if its arcs are to be
-    /// searched.
+    /// new from `from` on. `suspect` says that what is new may shut the path out: where
+    /// all tags are whole, only a symbol that holds such a tag does. True if its arcs are
+    /// to be searched.
     template <class Emit>
     bool enter(StateRef ref, std::size_t from, bool suspect, Emit& emit, Frame& frame) {
         if (target_elided_ && upper_.size() == target_.size()) {
@@ -387,7 +389,9 @@ private:
         return true;
     }
 
-    std::size_t progress(std::size_t upper) const { return std::min(upper, target_.size()); }
+    std::size_t progress(std::size_t upper) const {
+        return std::min(upper, target_.size());
+    }
 
     /// True if the path has been in the state of `next` since it last made progress.
     bool revisits(const Frame& current, const Frame& next) {
@@ -411,9 +415,12 @@ private:
     /// True if the target goes on as the symbol says, as far as both reach.
     bool agrees(const PackedLabel& label, std::size_t length) const {
         if (label.written_size == 0 || length >= target_.size()) return true;
-        if (label.written_first != static_cast<std::uint8_t>(target_[length])) return false;
-        const std::size_t n = std::min<std::size_t>(label.written_size, target_.size() - length);
-        return n == 1 || std::memcmp(table_.pool + label.upper_at, target_.data() + length, n) == 0;
+        if (label.written_first != static_cast<std::uint8_t>(target_[length]))
+            return false;
+        const std::size_t n =
+            std::min<std::size_t>(label.written_size, target_.size() - length);
+        return n == 1 ||
+               std::memcmp(table_.pool + label.upper_at, target_.data() + length, n) == 0;
     }
 
     template <bool CAREFUL, class Emit>
@@ -429,10 +436,11 @@ private:
             if (!agrees(label, current.upper)) continue;
             const StateRef target = arc.target;
             upper_.cut(current.upper);
-            // Kept on purpose: cut by length alone. A capital that a result carried into the
-            // part that stays is there for the next result too.
+            // Kept on purpose: cut by length alone. A capital that a result carried into
+            // the part that stays is there for the next result too.
             lower_.cut(current.lower);
-            const std::string_view written(table_.pool + label.upper_at, label.written_size);
+            const std::string_view written(table_.pool + label.upper_at,
+                                           label.written_size);
             upper_.append_symbol(written.data(), written.size());
             lower_.append_symbol(table_.pool + label.lower_at, label.lower_size);
             budget_.spend(1 + (upper_.size() + label.lower_size) / 64);

@@ -19,7 +19,8 @@ class LazyTransducer;
 const PackedView& packed_form(const Taula& table);
 LazyTransducer& lazy_form(const Taula& table);
 
-/// The graph of a table: its own, or one unfolded from its image, which the object then owns.
+/// The graph of a table: its own, or one unfolded from its image, which the object then
+/// owns.
 struct Graph {
     std::vector<Egoera*> states;
     bool owned = false;
@@ -34,8 +35,8 @@ Graph graph_of(const Taula& table);
 struct TokenAnalyses {
     std::vector<Analisia> records;
 
-    /// Bytes of the token that some path has read, or more. A text that the token begins with, and
-    /// that is longer than this, has no analysis in the table.
+    /// Bytes of the token that some path has read, or more. A text that the token begins
+    /// with, and that is longer than this, has no analysis in the table.
     std::size_t reach = 0;
 };
 
@@ -45,12 +46,13 @@ TokenAnalyses analyse_token(const Taula& table, const std::string& token);
 /// The first record of Taula::analizatuTokena; none if there is no record.
 std::optional<Analisia> first_analysis(const Taula& table, const std::string& token);
 
-/// Taula::sortuFormak for a target as a whole, record by record, until `take` answers false.
+/// Taula::sortuFormak for a target as a whole, record by record, until `take` answers
+/// false.
 void for_each_form(const Taula& table, const std::string& target, bool stop_at_tag,
                    const std::function<bool(Analisia&&)>& take);
 
-/// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records, and
-/// walks only if the lazy form can't tell.
+/// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records,
+/// and walks only if the lazy form can't tell.
 bool has_word(const Taula& table, const std::string& token);
 
 /// The same by a walk alone.

@@ -1,8 +1,8 @@
 // Longest-match analysis: from each token the longest run that a source knows becomes one
 // token. Tests: tests/text/Esaldia_analyse_test.cpp.
 #include <algorithm>
-#include <ostream>
 #include <iterator>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -15,16 +15,19 @@
 
 namespace {
 
-constexpr std::size_t LONGEST_RUN = 7;       // tokens tried together
-constexpr std::size_t ADMISSION_LIMIT = 989;  // bytes of run text up to which a token is let in
-constexpr std::size_t CUT_LENGTH = 999;      // run texts of this length lose their last byte
+constexpr std::size_t LONGEST_RUN = 7;  // tokens tried together
+constexpr std::size_t ADMISSION_LIMIT =
+    989;  // bytes of run text up to which a token is let in
+constexpr std::size_t CUT_LENGTH = 999;  // run texts of this length lose their last byte
 
-/// The text of the tokens from `first` up to, and not with, `last`, with their own blanks.
+/// The text of the tokens from `first` up to, and not with, `last`, with their own
+/// blanks.
 std::string run_text(const std::vector<Tokena>& tokens, std::size_t first,
                      std::size_t last) {
     std::string text;
     for (std::size_t i = first; i < last; ++i) {
-        // Kept on purpose: a token that would pass the limit is left out, its blank is not.
+        // Kept on purpose: a token that would pass the limit is left out, its blank is
+        // not.
         if (tokens[i].testua.size() + text.size() <= ADMISSION_LIMIT) {
             text += tokens[i].testua;
         }
@@ -39,7 +42,10 @@ std::string run_text(const std::vector<Tokena>& tokens, std::size_t first,
 class Runs {
 public:
     Runs(const std::vector<Tokena>& tokens, std::size_t first, std::size_t last)
-        : tokens_(tokens), first_(first), longest_(last), text_(run_text(tokens, first, last)) {
+        : tokens_(tokens),
+          first_(first),
+          longest_(last),
+          text_(run_text(tokens, first, last)) {
         // Where no token is cut or left out, every run is the beginning of the longest.
         nested_ = true;
         std::size_t size = 0;
@@ -90,9 +96,9 @@ bool is_admissible(const HiztegiPertsonala& dictionary, int token_count) {
     return !dictionary.erroak.empty() && token_count <= dictionary.gehienezko_hitzak;
 }
 
-void append_dictionary(const lemara::Networks& networks, const HiztegiPertsonala& dictionary,
-                       const std::string& text, int token_count,
-                       std::vector<Analisia>& analyses) {
+void append_dictionary(const lemara::Networks& networks,
+                       const HiztegiPertsonala& dictionary, const std::string& text,
+                       int token_count, std::vector<Analisia>& analyses) {
     const Sarea* hp = lemara::find_network(networks, "hp");
     if (hp == nullptr || dictionary.erroak.empty() || token_count > hp->maila) return;
     for (Analisia& analysis : dictionary.analizatu(text, hp)) {
@@ -108,7 +114,8 @@ const Sarea* lemara::find_network(const Networks& networks, const std::string& k
     return found->second->taula == nullptr ? nullptr : found->second;
 }
 
-lemara::RunAnalyser::RunAnalyser(const Networks& networks, const HiztegiPertsonala& dictionary,
+lemara::RunAnalyser::RunAnalyser(const Networks& networks,
+                                 const HiztegiPertsonala& dictionary,
                                  bool dictionary_first)
     : networks_(networks), dictionary_(dictionary), dictionary_first_(dictionary_first) {
     asked_.reserve(networks.size());
@@ -123,12 +130,14 @@ lemara::RunAnalyser::RunAnalyser(const Networks& networks, const HiztegiPertsona
 bool lemara::RunAnalyser::is_beyond_reach(std::size_t size, int token_count) const {
     if (is_admissible(dictionary_, token_count)) return false;
     return std::all_of(asked_.begin(), asked_.end(), [&](const Asked& network) {
-        return network.longest_run < token_count || std::min(size, WALK_LIMIT) > network.reach;
+        return network.longest_run < token_count ||
+               std::min(size, WALK_LIMIT) > network.reach;
     });
 }
 
 void lemara::RunAnalyser::append_networks(const std::string& text, int token_count,
-                                          bool is_prefix, std::vector<Analisia>& analyses) {
+                                          bool is_prefix,
+                                          std::vector<Analisia>& analyses) {
     for (Asked& network : asked_) {
         if (network.longest_run < token_count) continue;
         if (is_prefix && std::min(text.size(), WALK_LIMIT) > network.reach) continue;
@@ -137,13 +146,14 @@ void lemara::RunAnalyser::append_networks(const std::string& text, int token_cou
         if (analyses.empty()) {
             analyses = std::move(found.records);
         } else {
-            for (Analisia& analysis : found.records) analyses.push_back(std::move(analysis));
+            for (Analisia& analysis : found.records)
+                analyses.push_back(std::move(analysis));
         }
     }
 }
 
-std::vector<Analisia> lemara::RunAnalyser::analyse(const std::string& text, int token_count,
-                                                   bool is_prefix) {
+std::vector<Analisia> lemara::RunAnalyser::analyse(const std::string& text,
+                                                   int token_count, bool is_prefix) {
     std::vector<Analisia> analyses;
     const bool ask_dictionary = is_admissible(dictionary_, token_count);
     if (dictionary_first_ && ask_dictionary) {
@@ -170,9 +180,9 @@ void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
                               TokenPlaces* places) {
     std::vector<Tokena>& tokens = sentence.tokenak;
     RunAnalyser analyser(networks, dictionary, dictionary_first);
-    // The run from `first` on becomes the token `merged`. Kept on purpose: text, blank and
-    // analyses go there, and the case flag stays with its place. So the tokens behind a merge
-    // carry the flags of the tokens that stood there before.
+    // The run from `first` on becomes the token `merged`. Kept on purpose: text, blank
+    // and analyses go there, and the case flag stays with its place. So the tokens behind
+    // a merge carry the flags of the tokens that stood there before.
     std::size_t merged = 0;
     for (std::size_t first = 0; first < tokens.size(); ++merged) {
         std::size_t last = std::min(first + LONGEST_RUN, tokens.size());

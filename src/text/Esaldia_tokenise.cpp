@@ -28,8 +28,8 @@ public:
     }
 
 private:
-    // Kept on purpose: the beginning of the whole sentence decides how every word in it is
-    // read. An address further on is cut into its pieces.
+    // Kept on purpose: the beginning of the whole sentence decides how every word in it
+    // is read. An address further on is cut into its pieces.
     static bool begins_as_address(std::string_view text) {
         using lemara::starts_with;
         return starts_with(text, "http") || starts_with(text, "sftp") ||
@@ -89,8 +89,9 @@ private:
     std::size_t address_run(std::size_t i) {
         for (;; ++i) {
             pending_ += at(i);
-            // Kept on purpose: the look-ahead is of two bytes, and the second is jumped over
-            // when the run stops. A blank there neither ends the word nor leaves a gap.
+            // Kept on purpose: the look-ahead is of two bytes, and the second is jumped
+            // over when the run stops. A blank there neither ends the word nor leaves a
+            // gap.
             if (i + 2 == text_.size() || is_gap(i + 2)) break;
         }
         pending_ += at(i + 1);
@@ -118,7 +119,8 @@ private:
 
 }  // namespace
 
-Esaldia::Esaldia(int number, std::string text) : zenbakia(number), testua(std::move(text)) {
+Esaldia::Esaldia(int number, std::string text)
+    : zenbakia(number), testua(std::move(text)) {
     testua.erase(0, testua.find_first_not_of(" \t"));
 }
 

@@ -19,9 +19,14 @@ public:
     bool ends_at(std::size_t i) const {
         if (i == 0 || text_[i] != ' ') return false;
         switch (text_[i - 1]) {
-            case '!': case '?': case ':': return true;
-            case '.': return dot_ends(i - 1);
-            default: return false;
+            case '!':
+            case '?':
+            case ':':
+                return true;
+            case '.':
+                return dot_ends(i - 1);
+            default:
+                return false;
         }
     }
 
@@ -47,8 +52,8 @@ private:
     std::string_view word_before(std::size_t dot) const {
         std::size_t start = dot;
         while (start > 0 && text_[start] != ' ') --start;
-        // Kept on purpose: a blank that is the text's first byte is not stepped over, and the
-        // word is then empty.
+        // Kept on purpose: a blank that is the text's first byte is not stepped over, and
+        // the word is then empty.
         if (text_[start] == ' ') {
             if (start == 0) return "";
             ++start;
@@ -65,7 +70,8 @@ private:
 Paragrafoa::Paragrafoa(int number, std::string text)
     : zenbakia(number), testua(std::move(text)) {}
 
-std::vector<std::size_t> lemara::sentence_ends(std::string_view text, const Taula* table) {
+std::vector<std::size_t> lemara::sentence_ends(std::string_view text,
+                                               const Taula* table) {
     const Splitter splitter(text, table);
     std::vector<std::size_t> ends;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -93,7 +99,8 @@ std::vector<Esaldia> Paragrafoa::analizatu(std::map<std::string, Sarea*> sareak,
 }
 
 void lemara::analyse_paragraph(Paragrafoa& paragraph, const Networks& networks,
-                               const HiztegiPertsonala& dictionary, bool dictionary_first) {
+                               const HiztegiPertsonala& dictionary,
+                               bool dictionary_first) {
     const Sarea* main_network = find_network(networks, "eumorfo");
     if (main_network != nullptr) paragraph.esaldikatu(main_network->taula);
     for (Esaldia& sentence : paragraph.esaldiak) sentence.tokenizatu();

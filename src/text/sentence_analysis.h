@@ -1,5 +1,5 @@
-// The inner road of the text analysis: what the public operations of Esaldia and Paragrafoa
-// do, without their copies of the map of networks.
+// The inner road of the text analysis: what the public operations of Esaldia and
+// Paragrafoa do, without their copies of the map of networks.
 #pragma once
 
 #include <map>
@@ -20,11 +20,12 @@ struct TokenPlace {
 };
 using TokenPlaces = std::vector<TokenPlace>;
 
-/// Where the sentences of a text end, the last one at its end. See Paragrafoa::esaldikatu.
+/// Where the sentences of a text end, the last one at its end. See
+/// Paragrafoa::esaldikatu.
 std::vector<std::size_t> sentence_ends(std::string_view text, const Taula* table);
 
-/// As Esaldia::tokenizatu, but no sentence is read by the rules of addresses, and `places` gets
-/// the place of each token.
+/// As Esaldia::tokenizatu, but no sentence is read by the rules of addresses, and
+/// `places` gets the place of each token.
 void tokenise_plain(Esaldia& sentence, TokenPlaces& places);
 
 /// The network of that key; null if there is none, or none with a table.
@@ -36,8 +37,8 @@ std::vector<Analisia> analyse_run(const Networks& networks,
                                   const std::string& text, int token_count,
                                   bool dictionary_first);
 
-/// The same for ever shorter runs from one token on: what a network has read of a longer run
-/// tells which of the shorter ones it can't know, and it isn't asked about those.
+/// The same for ever shorter runs from one token on: what a network has read of a longer
+/// run tells which of the shorter ones it can't know, and it isn't asked about those.
 class RunAnalyser {
 public:
     RunAnalyser(const Networks& networks, const HiztegiPertsonala& dictionary,
@@ -48,9 +49,10 @@ public:
         for (Asked& network : asked_) network.reach = WHOLE;
     }
 
-    /// `text` begins every longer run that was asked about since start, unless `is_prefix`
-    /// is false; then nothing is known of it.
-    std::vector<Analisia> analyse(const std::string& text, int token_count, bool is_prefix);
+    /// `text` begins every longer run that was asked about since start, unless
+    /// `is_prefix` is false; then nothing is known of it.
+    std::vector<Analisia> analyse(const std::string& text, int token_count,
+                                  bool is_prefix);
 
     /// True if it's known that a text of that size, which begins every longer run, has no
     /// analysis.
@@ -74,8 +76,8 @@ private:
     std::vector<Asked> asked_;  // without "hp", in the order of the networks
 };
 
-/// Analyses the tokens of a sentence by longest match. See Esaldia::analizatu. `places`, unless
-/// null, holds the places of the tokens and is merged as they are.
+/// Analyses the tokens of a sentence by longest match. See Esaldia::analizatu. `places`,
+/// unless null, holds the places of the tokens and is merged as they are.
 void analyse_sentence(Esaldia& sentence, const Networks& networks,
                       const HiztegiPertsonala& dictionary, bool dictionary_first,
                       TokenPlaces* places = nullptr);

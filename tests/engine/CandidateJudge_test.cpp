@@ -1,5 +1,6 @@
-// The judge of candidates against Lemara::isValid of each candidate as a string, and the whole
-// of the proposals against their stages in so many words; on engines over random tables.
+// The judge of candidates against Lemara::isValid of each candidate as a string, and the
+// whole of the proposals against their stages in so many words; on engines over random
+// tables.
 #include "engine/CandidateJudge.h"
 
 #include <gtest/gtest.h>
@@ -50,12 +51,14 @@ public:
     HiztegiPertsonala dictionary;
 
 private:
-    /// Words of the letters that known errors are about, and what a percent sign splits into.
+    /// Words of the letters that known errors are about, and what a percent sign splits
+    /// into.
     static std::string word_list(RandomTables& random) {
         Strings words = {"%", "%a", "a", "ta"};
         for (int n = 0; n < 60; ++n) {
             std::string word;
-            for (int i = 2 + random.below(3); i > 0; --i) word += "atzshxiu"[random.below(8)];
+            for (int i = 2 + random.below(3); i > 0; --i)
+                word += "atzshxiu"[random.below(8)];
             words.push_back(word);
         }
         return lemara::test::Lexicon().words(words, "<X>").text();
@@ -70,7 +73,8 @@ struct Tally {
     std::map<std::string, long> hits;
 
     void print() const {
-        for (const auto& [what, count] : hits) std::cout << "  " << what << ": " << count << '\n';
+        for (const auto& [what, count] : hits)
+            std::cout << "  " << what << ": " << count << '\n';
     }
 };
 
@@ -81,7 +85,8 @@ void compare_edits(const Lemara& engine, const std::string& word, Tally& tally) 
         return [&, generator](const Edit& edit) {
             const std::string candidate = lemara::applied(base, edit);
             const bool valid = engine.isValid(candidate, false);
-            EXPECT_EQ(judge.is_valid(base, edit), valid) << candidate << ", from " << word;
+            EXPECT_EQ(judge.is_valid(base, edit), valid)
+                << candidate << ", from " << word;
             ++tally.hits["comparisons"];
             ++tally.hits[std::string(generator) + (valid ? ", valid" : ", not valid")];
             if (edit.inserted.find_first_of(" -") != std::string_view::npos) {
@@ -91,13 +96,18 @@ void compare_edits(const Lemara& engine, const std::string& word, Tally& tally) 
         };
     };
     lemara::for_each_swap(judge.typed(), judge_of(judge.typed(), "swaps"));
-    lemara::for_each_known_error(judge.folded(), judge_of(judge.folded(), "known errors"));
-    lemara::for_each_letter_too_many_or_few(judge.folded(), judge_of(judge.folded(), "letters"));
+    lemara::for_each_known_error(judge.folded(),
+                                 judge_of(judge.folded(), "known errors"));
+    lemara::for_each_letter_too_many_or_few(judge.folded(),
+                                            judge_of(judge.folded(), "letters"));
     lemara::for_each_missing_blank(judge.folded(), judge_of(judge.folded(), "blanks"));
-    lemara::for_each_wrong_letter(judge.typed(), judge_of(judge.typed(), "wrong letters"));
+    lemara::for_each_wrong_letter(judge.typed(),
+                                  judge_of(judge.typed(), "wrong letters"));
 }
 
-char small_to_capital(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+char small_to_capital(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
 
 /// The stages over all candidates at once.
 Strings plain_proposals(const Lemara& engine, const std::string& word) {
@@ -106,7 +116,8 @@ Strings plain_proposals(const Lemara& engine, const std::string& word) {
         Strings valid;
         for (const int key : keys) {
             for (const std::string& text : candidates.at(key)) {
-                if (valid.size() < limit && engine.isValid(text, false)) valid.push_back(text);
+                if (valid.size() < limit && engine.isValid(text, false))
+                    valid.push_back(text);
             }
         }
         return valid;
@@ -117,7 +128,8 @@ Strings plain_proposals(const Lemara& engine, const std::string& word) {
     for (std::string& text : result) {
         if (word == touppercase(word)) {
             text = touppercase(text);
-        } else if (!word.empty() && word[0] == small_to_capital(word[0]) && !text.empty()) {
+        } else if (!word.empty() && word[0] == small_to_capital(word[0]) &&
+                   !text.empty()) {
             text[0] = small_to_capital(text[0]);
         }
     }
@@ -127,11 +139,14 @@ Strings plain_proposals(const Lemara& engine, const std::string& word) {
 std::string random_word(const RandomEngine& world, RandomTables& random) {
     std::string word = random.token(world.main_table());
     if (random.once_in(3)) {
-        for (int n = 1 + random.below(4); n > 0; --n) word += "abtzsxiu\361AB"[random.below(11)];
+        for (int n = 1 + random.below(4); n > 0; --n)
+            word += "abtzsxiu\361AB"[random.below(11)];
     }
     // One thing wrong.
-    if (!word.empty() && random.once_in(2)) word[random.up_to(word.size() - 1)] = "abxz"[random.below(4)];
-    if (random.once_in(20)) word.insert(random.up_to(word.size()), 1, random.once_in(2) ? ' ' : '-');
+    if (!word.empty() && random.once_in(2))
+        word[random.up_to(word.size() - 1)] = "abxz"[random.below(4)];
+    if (random.once_in(20))
+        word.insert(random.up_to(word.size()), 1, random.once_in(2) ? ' ' : '-');
     if (random.once_in(20)) word.insert(0, 1, '%');
     return word;
 }
@@ -148,18 +163,21 @@ TEST(CandidateJudge, GivesWhatIsValidGives) {
         for (int i = 0; i < 8; ++i) {
             const std::string word = random_word(world, random);
             compare_edits(world.engine, word, tally);
-            if (word.find_first_of(" -") != std::string::npos) ++tally.hits["a word with a gap"];
+            if (word.find_first_of(" -") != std::string::npos)
+                ++tally.hits["a word with a gap"];
         }
-        if (world.engine.hiztegiPertsonala != nullptr) ++tally.hits["an engine with a dictionary"];
+        if (world.engine.hiztegiPertsonala != nullptr)
+            ++tally.hits["an engine with a dictionary"];
     }
     testing::internal::GetCapturedStdout();
     tally.print();
     EXPECT_GT(tally.hits["comparisons"], 100000);
     for (const char* what :
-         {"swaps, valid", "swaps, not valid", "known errors, valid", "known errors, not valid",
-          "letters, valid", "letters, not valid", "blanks, valid", "blanks, not valid",
-          "wrong letters, valid", "wrong letters, not valid", "a word with a gap",
-          "an engine with a dictionary", "a candidate with a gap"}) {
+         {"swaps, valid", "swaps, not valid", "known errors, valid",
+          "known errors, not valid", "letters, valid", "letters, not valid",
+          "blanks, valid", "blanks, not valid", "wrong letters, valid",
+          "wrong letters, not valid", "a word with a gap", "an engine with a dictionary",
+          "a candidate with a gap"}) {
         EXPECT_GT(tally.hits[what], 0) << what;
     }
 }
@@ -188,16 +206,18 @@ TEST(CandidateJudge, ProposalsAreThoseOfThePlainStages) {
 TEST(CandidateJudge, VeryLongWordsAreJudgedAsStrings) {
     // (0)--a-->(0)--b-->((1)): the walk reads 999 bytes of what a candidate holds.
     Lemara engine;
-    engine.sareak["eumorfo"] =
-        new Sarea("eumorfo", "", table_from("0\ta\t0\n0\tb\t1\nfinal: 1\nfinal: 0\n").release());
+    engine.sareak["eumorfo"] = new Sarea(
+        "eumorfo", "", table_from("0\ta\t0\n0\tb\t1\nfinal: 1\nfinal: 0\n").release());
     long comparisons = 0;
-    for (const std::size_t length : std::vector<std::size_t>{980, 982, 983, 984, 990, 997, 998, 999, 1000, 1001, 1020}) {
+    for (const std::size_t length : std::vector<std::size_t>{
+             980, 982, 983, 984, 990, 997, 998, 999, 1000, 1001, 1020}) {
         const std::string word = std::string(length, 'a') + "b";
         const CandidateJudge judge(engine, word);
         // Edits at the very end decide.
         for (std::size_t at = word.size() - 5; at < word.size(); ++at) {
-            for (const Edit& edit : {Edit{at, 1, ""}, Edit{at, 1, "b"}, Edit{at, 0, "aha"},
-                                     Edit{at, 0, "a"}, Edit{at, 1, "a"}}) {
+            for (const Edit& edit :
+                 {Edit{at, 1, ""}, Edit{at, 1, "b"}, Edit{at, 0, "aha"}, Edit{at, 0, "a"},
+                  Edit{at, 1, "a"}}) {
                 EXPECT_EQ(judge.is_valid(word, edit),
                           engine.isValid(lemara::applied(word, edit), false))
                     << length << " at " << at << " " << edit.inserted;

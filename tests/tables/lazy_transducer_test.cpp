@@ -1,5 +1,5 @@
-// The lazy form says yes and no as the walk does, and spells what the walk spells, cold and warm,
-// up to its bounds and beyond.
+// The lazy form says yes and no as the walk does, and spells what the walk spells, cold
+// and warm, up to its bounds and beyond.
 #include "tables/lazy_transducer.h"
 
 #include <gtest/gtest.h>
@@ -40,14 +40,19 @@ const Row ROWS[] = {
     {"an entry both ways", "0\tA:a\t1\n0\ta\t1\nfinal: 1\n", "a", true},
     {"a name in small letters", "0\ta\t1\n1\t<PIB>:<>\t2\nfinal: 2\n", "a", false},
     {"a name with its capital", "0\ta\t1\n1\t<PIB>:<>\t2\nfinal: 2\n", "A", true},
-    {"a name's tag in two symbols", "0\ta\t1\n1\t<PI:<>\t2\n2\tB>:<>\t3\nfinal: 3\n", "a", false},
-    {"it lets the capital pass", "0\ta\t1\n1\t<PI:<>\t2\n2\tB>:<>\t3\nfinal: 3\n", "A", true},
-    {"a symbol must stand as it is written", "0\tX:x\t1\n1\t<SNB>:<>\t2\nfinal: 2\n", "X", true},
+    {"a name's tag in two symbols", "0\ta\t1\n1\t<PI:<>\t2\n2\tB>:<>\t3\nfinal: 3\n", "a",
+     false},
+    {"it lets the capital pass", "0\ta\t1\n1\t<PI:<>\t2\n2\tB>:<>\t3\nfinal: 3\n", "A",
+     true},
+    {"a symbol must stand as it is written", "0\tX:x\t1\n1\t<SNB>:<>\t2\nfinal: 2\n", "X",
+     true},
     {"and not otherwise", "0\tXy:xy\t1\n1\t<SNB>:<>\t2\nfinal: 2\n", "XY", false},
     {"MAT alone is no word", "0\ta\t1\n1\t<MAT>:<>\t2\nfinal: 2\n", "a", false},
-    {"MAT and another way is one", "0\ta\t1\n1\t<MAT>:<>\t2\n1\t<X>:<>\t2\nfinal: 2\n", "a", true},
+    {"MAT and another way is one", "0\ta\t1\n1\t<MAT>:<>\t2\n1\t<X>:<>\t2\nfinal: 2\n",
+     "a", true},
     {"MAT in two symbols", "0\ta\t1\n1\t<MA:<>\t2\n2\tT>:<>\t3\nfinal: 3\n", "a", false},
-    {"a better form that is the word itself", "0\ta\t1\n1\t[h=a]:<>\t2\nfinal: 2\n", "a", false},
+    {"a better form that is the word itself", "0\ta\t1\n1\t[h=a]:<>\t2\nfinal: 2\n", "a",
+     false},
     {"a better form", "0\ta\t1\n1\t[h=b]:<>\t2\nfinal: 2\n", "a", true},
     {"a symbol of several bytes read in part", "0\tabc:abc\t1\nfinal: 1\n", "ab", false},
     {"a symbol of several bytes", "0\tabc:abc\t1\nfinal: 1\n", "abc", true},
@@ -93,12 +98,13 @@ TEST(LazyTransducer, IsAskedByPrefixesToo) {
             const lemara::Answer answer = lazy.answer(node, small);
             ++answers[static_cast<int>(answer)];
             if (answer != lemara::Answer::no && answer != lemara::Answer::yes) continue;
-            EXPECT_EQ(answer == lemara::Answer::yes, lemara::walk_finds_word(*table, word))
+            EXPECT_EQ(answer == lemara::Answer::yes,
+                      lemara::walk_finds_word(*table, word))
                 << "seed " << seed << ", word " << word;
         }
     }
-    std::cout << "no " << answers[0] << ", yes " << answers[1] << ", ask the texts " << answers[2]
-              << ", ask the walk " << answers[3] << '\n';
+    std::cout << "no " << answers[0] << ", yes " << answers[1] << ", ask the texts "
+              << answers[2] << ", ask the walk " << answers[3] << '\n';
     for (const long count : answers) EXPECT_GT(count, 100);
 }
 
@@ -166,7 +172,8 @@ TEST(LazyTransducer, BeyondItsBoundsTheWalkIsAsked) {
     std::string records = "0\ta\t0\n0\tb\t0\n0\tb\t1\n";
     for (int state = 1; state < 24; ++state) {
         for (const char* letter : {"a", "b"}) {
-            records += std::to_string(state) + '\t' + letter + '\t' + std::to_string(state + 1) + '\n';
+            records += std::to_string(state) + '\t' + letter + '\t' +
+                       std::to_string(state + 1) + '\n';
         }
     }
     records += "final: 24\n";
@@ -191,10 +198,12 @@ TEST(LazyTransducerThreads, FourThreadsMakeOneForm) {
         RandomTables random(seed);
         const std::string text = random.table();
         const auto alone = table_from(text);
-        if (lemara::packed_form(*alone).cycles != 0) continue;  // some have paths beyond number
+        if (lemara::packed_form(*alone).cycles != 0)
+            continue;  // some have paths beyond number
         const std::vector<std::string> words = words_for(*alone, random, 60);
         std::vector<bool> known;
-        for (const std::string& word : words) known.push_back(lemara::walk_finds_word(*alone, word));
+        for (const std::string& word : words)
+            known.push_back(lemara::walk_finds_word(*alone, word));
 
         const lemara::test::TempDir folder;
         const Taula compiled(folder.write("t.sare", lemara::compile_table(*alone)));
@@ -207,9 +216,11 @@ TEST(LazyTransducerThreads, FourThreadsMakeOneForm) {
                 while (!go) std::this_thread::yield();
                 for (std::size_t i = 0; i < words.size(); ++i) {
                     const std::size_t at = (i * (t + 1)) % words.size();
-                    for (const Taula* table : {static_cast<const Taula*>(fresh.get()), &compiled}) {
+                    for (const Taula* table :
+                         {static_cast<const Taula*>(fresh.get()), &compiled}) {
                         if (lemara::has_word(*table, words[at]) != known[at]) ++wrong;
-                        if (table->analizatuTokena(words[at]).empty() && known[at]) ++wrong;
+                        if (table->analizatuTokena(words[at]).empty() && known[at])
+                            ++wrong;
                     }
                 }
             });

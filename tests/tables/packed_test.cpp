@@ -1,6 +1,6 @@
-// One table in four forms (its graph walked by the plain twin, packed from text, compiled, and
-// compiled for machines of the other byte order) gives one answer. Counts what was compared and
-// which rules were met, and fails if a rule was not.
+// One table in four forms (its graph walked by the plain twin, packed from text,
+// compiled, and compiled for machines of the other byte order) gives one answer. Counts
+// what was compared and which rules were met, and fails if a rule was not.
 #include "tables/packed.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +36,8 @@ constexpr unsigned FIRST_SEED = 20261121;
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool SANITIZED = true;
 #elif defined(__has_feature)
-constexpr bool SANITIZED = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+constexpr bool SANITIZED =
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
 #else
 constexpr bool SANITIZED = false;
 #endif
@@ -72,9 +73,9 @@ private:
 
 bool same(const Analisia& a, const Analisia& b) {
     return a.analisia == b.analisia && a.lema == b.lema && a.etiketa == b.etiketa &&
-           a.twol == b.twol && a.hiztegia == b.hiztegia && a.sai == b.sai && a.hobe == b.hobe &&
-           a.erabili == b.erabili && a.tasuna == b.tasuna && a.iritzia == b.iritzia &&
-           a.forma == b.forma && a.maiuskula == b.maiuskula;
+           a.twol == b.twol && a.hiztegia == b.hiztegia && a.sai == b.sai &&
+           a.hobe == b.hobe && a.erabili == b.erabili && a.tasuna == b.tasuna &&
+           a.iritzia == b.iritzia && a.forma == b.forma && a.maiuskula == b.maiuskula;
 }
 
 bool same(const Records& a, const Records& b) {
@@ -106,8 +107,8 @@ struct Tally {
 /// Counts analyses with a tag that no symbol holds whole.
 void count_straddling(const Taula& table, const Strings& analyses, Hits& hits) {
     for (const std::string& analysis : analyses) {
-        for (const char* tag : {"<PIB>", "<LIB>", "<IZB>", "<SNB>", "<SIG>", "<PSP>", "<MAT>",
-                                "[h=a]", "[e=ab]"}) {
+        for (const char* tag : {"<PIB>", "<LIB>", "<IZB>", "<SNB>", "<SIG>", "<PSP>",
+                                "<MAT>", "[h=a]", "[e=ab]"}) {
             if (!lemara::test::plain_contains(analysis, tag)) continue;
             bool whole = false;
             for (const Egoera* state : table.egoerak) {
@@ -127,12 +128,16 @@ bool plain_has_word(const Records& records) {
 }
 
 /// Counts tokens that the lazy form spells without the walk.
-void count_spelt(const Taula& table, const std::string& token, std::size_t records, Hits& hits) {
+void count_spelt(const Taula& table, const std::string& token, std::size_t records,
+                 Hits& hits) {
     const std::string text = token.c_str();
     lemara::LazyTransducer::Spelt way;
-    const bool spelt = lemara::lazy_form(table).spell(text, way, [](std::string_view) { return true; });
+    const bool spelt =
+        lemara::lazy_form(table).spell(text, way, [](std::string_view) { return true; });
     if (!spelt) return;
-    ++hits[records == 0 ? "nothing spelt by steps" : records == 1 ? "an analysis spelt by steps" : "several analyses spelt by steps"];
+    ++hits[records == 0   ? "nothing spelt by steps"
+           : records == 1 ? "an analysis spelt by steps"
+                          : "several analyses spelt by steps"];
 }
 
 /// Compares all forms on one token. False if the twin gave up.
@@ -148,8 +153,9 @@ bool compare_token(const Forms& forms, const std::string& token, Tally& tally) {
         for (int time = 1; time <= 3; ++time) {
             const Records found = table->analizatuTokena(token);
             EXPECT_TRUE(same(found, expected))
-                << "asked for the " << time << ". time: " << testing::PrintToString(texts_of(found))
-                << "\n expected " << testing::PrintToString(texts_of(expected));
+                << "asked for the " << time
+                << ". time: " << testing::PrintToString(texts_of(found)) << "\n expected "
+                << testing::PrintToString(texts_of(expected));
         }
         EXPECT_EQ(lemara::has_word(*table, token), is_word);
         EXPECT_EQ(lemara::walk_finds_word(*table, token), is_word);
@@ -180,13 +186,16 @@ bool compare_steps(const Forms& forms, RandomTables& random, Tally& tally) {
     const auto states = static_cast<int>(forms.text.egoerak.size());
     const int state = random.once_in(10) ? -1 : random.below(states + 1);
     const std::string token = random.token(forms.text).c_str();
-    const std::string rest = tolowercase(random.once_in(2) ? token : random.token(forms.text)).c_str();
-    const std::string before = random.once_in(3) ? "" : random.once_in(2) ? "A" : "ab<IZE>";
+    const std::string rest =
+        tolowercase(random.once_in(2) ? token : random.token(forms.text)).c_str();
+    const std::string before = random.once_in(3)   ? ""
+                               : random.once_in(2) ? "A"
+                                                   : "ab<IZE>";
 
     PlainAnalysis twin(forms.text, token, tally.hits);
     const Strings expected = twin.strings_from(state, rest, before);
-    PlainGeneration generation(forms.text, random.target(forms.text), "", random.once_in(3),
-                               tally.hits);
+    PlainGeneration generation(forms.text, random.target(forms.text), "",
+                               random.once_in(3), tally.hits);
     if (twin.gave_up()) return ++tally.given_up, false;
     if (!expected.empty()) ++tally.hits["strings from a state"];
     count_straddling(forms.text, expected, tally.hits);
@@ -209,24 +218,28 @@ bool compare_steps(const Forms& forms, RandomTables& random, Tally& tally) {
 bool compare_generation_steps(const Forms& forms, RandomTables& random, Tally& tally) {
     const auto states = static_cast<int>(forms.text.egoerak.size());
     const int state = random.once_in(10) ? -1 : random.below(states + 1);
-    const std::string upper = random.once_in(2) ? "" : random.once_in(2) ? "A" : "ab<IZE>";
+    const std::string upper = random.once_in(2)   ? ""
+                              : random.once_in(2) ? "A"
+                                                  : "ab<IZE>";
     const std::string lower = random.once_in(2) ? "" : random.once_in(2) ? "a" : "abb";
-    const std::string target = (random.once_in(4) ? "" : upper) + random.target(forms.text);
+    const std::string target =
+        (random.once_in(4) ? "" : upper) + random.target(forms.text);
     const bool stop = random.once_in(3);
     PlainGeneration twin(forms.text, target, "", stop, tally.hits);
-    if (target.find("<>") != std::string::npos) return true;  // the step takes it as it is
+    if (target.find("<>") != std::string::npos)
+        return true;  // the step takes it as it is
     const Records expected = twin.run_from(state, upper, lower);
     if (twin.gave_up()) return ++tally.given_up, false;
     if (!expected.empty()) ++tally.hits["records from a state"];
     for (const Taula* table : forms.all) {
         Records found;
         std::string goikoa = upper, behekoa = lower;
-        table->birsortuFormak(target.c_str(), found, state, goikoa.data(), behekoa.data(), stop,
-                              false);
+        table->birsortuFormak(target.c_str(), found, state, goikoa.data(), behekoa.data(),
+                              stop, false);
         EXPECT_TRUE(same(found, expected))
             << testing::PrintToString(texts_of(found)) << "\n expected "
-            << testing::PrintToString(texts_of(expected)) << "\nstate " << state << ", target "
-            << target << ", upper " << upper << ", lower " << lower;
+            << testing::PrintToString(texts_of(expected)) << "\nstate " << state
+            << ", target " << target << ", upper " << upper << ", lower " << lower;
         EXPECT_EQ(goikoa, upper);
         EXPECT_EQ(behekoa, twin.lower_left());
         if (behekoa != lower) ++tally.hits["a capital left in the caller's text"];
@@ -251,7 +264,8 @@ TEST(Packed, AgreesWithTheTwinOnRandomTables) {
         for (int i = 0; small && i < TOKENS; ++i) {
             const std::string token = random.token(forms.text);
             SCOPED_TRACE("seed " + std::to_string(seed) + ", token " + token);
-            small = compare_token(forms, token, tally) && compare_steps(forms, random, tally);
+            small =
+                compare_token(forms, token, tally) && compare_steps(forms, random, tally);
             if (HasFailure()) break;
         }
         for (int i = 0; small && i < TARGETS; ++i) {
@@ -260,8 +274,9 @@ TEST(Packed, AgreesWithTheTwinOnRandomTables) {
             std::string tags = target.substr(cut);
             if (random.once_in(6)) tags.insert(random.up_to(tags.size()), "<>");
             const bool stop = random.once_in(2);
-            SCOPED_TRACE("seed " + std::to_string(seed) + ", target " + target.substr(0, cut) +
-                         ", tags " + tags + (stop ? ", stop" : ""));
+            SCOPED_TRACE("seed " + std::to_string(seed) + ", target " +
+                         target.substr(0, cut) + ", tags " + tags +
+                         (stop ? ", stop" : ""));
             small = compare_target(forms, target.substr(0, cut), tags, stop, tally) &&
                     compare_generation_steps(forms, random, tally);
             if (HasFailure()) break;
@@ -328,7 +343,8 @@ TEST(Packed, AgreesWithTheTwinOnRandomTables) {
     EXPECT_GT(tally.comparisons, SANITIZED ? 100000 : 1000000);
 }
 
-// Loops that read one byte: (0)--a-->(0)--b-->((1)), and the same with two bytes at a time.
+// Loops that read one byte: (0)--a-->(0)--b-->((1)), and the same with two bytes at a
+// time.
 TEST(Packed, AgreesWithTheTwinAtTheEndOfTheWalk) {
     Tally tally;
     const Forms one("0\ta\t0\n0\tb:b\t1\n0\t<PIB>:<>\t1\nfinal: 1\n");
@@ -353,14 +369,17 @@ TEST(Packed, AgreesWithTheTwinAtTheEndOfTheWalk) {
     tally.expect({"a token that is read in part"});
 }
 
-// One state with 1 to 1200 arcs, around each size at which its form or its search changes.
+// One state with 1 to 1200 arcs, around each size at which its form or its search
+// changes.
 TEST(Packed, AgreesWithTheTwinOnStatesOfManyArcs) {
     Tally tally;
     RandomTables random(FIRST_SEED);
-    for (const int count : {1, 3, 4, 15, 16, 17, 63, 64, 65, 127, 128, 129, 253, 254, 255, 256,
-                            257, 319, 320, 321, 1200}) {
+    for (const int count : {1,   3,   4,   15,  16,  17,  63,  64,  65,  127, 128,
+                            129, 253, 254, 255, 256, 257, 319, 320, 321, 1200}) {
         std::string records;
-        const auto letter = [&] { return std::string(1, static_cast<char>('a' + random.below(26))); };
+        const auto letter = [&] {
+            return std::string(1, static_cast<char>('a' + random.below(26)));
+        };
         for (int i = 0; i < count; ++i) {
             std::string lower = random.once_in(40) ? "" : letter();
             if (random.once_in(3)) lower += letter();
@@ -376,7 +395,8 @@ TEST(Packed, AgreesWithTheTwinOnStatesOfManyArcs) {
             SCOPED_TRACE(std::to_string(count) + " arcs, token " + token);
             compare_token(forms, token, tally);
             const std::string lemma = "x" + std::to_string(random.below(count));
-            if (!compare_target(forms, lemma, random.once_in(2) ? "a" : "", false, tally)) break;
+            if (!compare_target(forms, lemma, random.once_in(2) ? "a" : "", false, tally))
+                break;
         }
         if (count > 255) ++tally.hits["a state of more than 255 arcs"];
     }
@@ -398,8 +418,8 @@ TEST(Packed, AgreesWithTheTwinOnMoreLabelsThanAnArcHolds) {
     for (int s = 1; s <= 300; ++s) {
         for (int a = 0; a < 280; ++a) {
             const std::string lower(1, static_cast<char>('a' + a % 26));
-            records += std::to_string(s) + '\t' + field("yz" + std::to_string(label++), lower) +
-                       "\t301\n";
+            records += std::to_string(s) + '\t' +
+                       field("yz" + std::to_string(label++), lower) + "\t301\n";
         }
     }
     records += "final: 301\n";
@@ -414,7 +434,8 @@ TEST(Packed, AgreesWithTheTwinOnMoreLabelsThanAnArcHolds) {
         SCOPED_TRACE("token " + token);
         compare_token(forms, token, tally);
         if (i % 10 == 0) {
-            compare_target(forms, "yz" + std::to_string(random.below(301)), "", true, tally);
+            compare_target(forms, "yz" + std::to_string(random.below(301)), "", true,
+                           tally);
         }
     }
     tally.expect({"a lower symbol of several bytes"});
@@ -448,7 +469,8 @@ const Change CHANGES[] = {
          t.addEgoera(new Egoera({new Zubia(-1, "", "")}, true));
      },
      "z", true},
-    {"addEgoera alone changes nothing", [](Taula& t) { t.addEgoera(new Egoera); }, "ura", true},
+    {"addEgoera alone changes nothing", [](Taula& t) { t.addEgoera(new Egoera); }, "ura",
+     true},
     {"Egoera::addZubia",
      [](Taula& t) {
          t.addEgoera(new Egoera);  // a compiled table has its graph from here on
@@ -478,8 +500,8 @@ const Change CHANGES[] = {
      },
      "n", true},
     {"kargatu once more", [](Taula& t) { t.kargatu(); }, "ura", true},
-    {"text behind what is there",
-     [](Taula& t) { load_text(t, "0\ti\t1\nfinal: 1\n"); }, "i", true},
+    {"text behind what is there", [](Taula& t) { load_text(t, "0\ti\t1\nfinal: 1\n"); },
+     "i", true},
 };
 
 }  // namespace
@@ -488,7 +510,8 @@ TEST(Packed, FollowsChangesOfTheGraph) {
     const TempDir folder;
     const std::string text_path = folder.write("ur.sare", UR);
     const Taula original(text_path);
-    const std::string image_path = folder.write("ur.bin", lemara::compile_table(original));
+    const std::string image_path =
+        folder.write("ur.bin", lemara::compile_table(original));
     for (const std::string& path : {text_path, image_path}) {
         for (const Change& change : CHANGES) {
             for (const bool asked_before : {false, true}) {
@@ -501,9 +524,11 @@ TEST(Packed, FollowsChangesOfTheGraph) {
                     lemara::has_word(table, change.word);
                 }
                 change.apply(table);
-                for (const std::string& word : {change.word, std::string("ur"), std::string("ura"),
-                                                std::string("hr"), std::string("zzz")}) {
-                    EXPECT_TRUE(same(table.analizatuTokena(word), by_the_graph(table, word)))
+                for (const std::string& word :
+                     {change.word, std::string("ur"), std::string("ura"),
+                      std::string("hr"), std::string("zzz")}) {
+                    EXPECT_TRUE(
+                        same(table.analizatuTokena(word), by_the_graph(table, word)))
                         << word;
                     EXPECT_EQ(lemara::has_word(table, word),
                               plain_has_word(by_the_graph(table, word)))
@@ -527,14 +552,17 @@ TEST(Packed, ASecondLoadOfAnImageIsASecondLoadOfItsText) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         const std::string text = random.table();
         Taula once(write_anew(folder, "t.sare", text));
-        if (lemara::packed_form(once).cycles != 0) continue;  // their paths are beyond number
+        if (lemara::packed_form(once).cycles != 0)
+            continue;  // their paths are beyond number
         ++loaded;
         Taula compiled(write_anew(folder, "c.sare", lemara::compile_table(once)));
         once.kargatu();
         compiled.kargatu();
         for (int i = 0; i < 10; ++i) {
             const std::string token = random.token(once);
-            EXPECT_TRUE(same(once.analizatuTokena(token), compiled.analizatuTokena(token))) << token;
+            EXPECT_TRUE(
+                same(once.analizatuTokena(token), compiled.analizatuTokena(token)))
+                << token;
         }
     }
     EXPECT_GT(loaded, 100);
