@@ -8,13 +8,17 @@
 
 namespace lemara::tools {
 
-void add_checker_options(CLI::App& command, CheckerArguments& arguments) {
+void add_configuration_option(CLI::App& command, std::string& configuration) {
     command
         .add_option(
-            "--config", arguments.configuration,
+            "--config", configuration,
             "configuration file that lists the tables, one a line; without it the "
             "tables that came with lemara")
         ->type_name("FILE");
+}
+
+void add_checker_options(CLI::App& command, CheckerArguments& arguments) {
+    add_configuration_option(command, arguments.configuration);
     command
         .add_option("--dictionary", arguments.dictionary,
                     "personal dictionary; without it lemara/hiztegia.txt in "

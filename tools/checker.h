@@ -18,6 +18,9 @@ struct CheckerArguments {
     bool no_dictionary = false;
 };
 
+/// Adds --config.
+void add_configuration_option(CLI::App& command, std::string& configuration);
+
 /// Adds --config, --dictionary and --no-dictionary.
 void add_checker_options(CLI::App& command, CheckerArguments& arguments);
 

@@ -9,12 +9,7 @@
 namespace lemara::tools {
 
 void add_engine_options(CLI::App& command, EngineArguments& arguments) {
-    command
-        .add_option(
-            "--config", arguments.configuration,
-            "configuration file that lists the tables, one a line; without it the "
-            "tables that came with lemara")
-        ->type_name("FILE");
+    add_configuration_option(command, arguments.configuration);
     command
         .add_option("--dictionary", arguments.dictionary,
                     "personal dictionary; without it none")

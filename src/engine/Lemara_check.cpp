@@ -65,16 +65,10 @@ std::vector<Analisia> lemara::entries_behind(const Lemara& engine, const Tokena&
 
 bool lemara::has_entry_behind(const Lemara& engine, const Tokena& token) {
     const Sarea* network = find_network(engine.sareak, "eumorfo");
-    const auto has_entry = [&](const std::string& start) {
-        bool found = false;
-        for_each_entry(network, start, [&](Analisia&&) {
-            found = true;
-            return false;
-        });
-        return found;
-    };
+    const auto any = [](const Analisia&) { return true; };
     const std::string start = token.testua + ' ';
-    return has_entry(start) || (token.maiuskula > 0 && has_entry(tolowercase(start)));
+    return has_entry(network, start, any) ||
+           (token.maiuskula > 0 && has_entry(network, tolowercase(start), any));
 }
 
 std::string Lemara::verdict_of_unknown(const Tokena& token, bool proposatu) const {

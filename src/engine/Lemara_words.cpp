@@ -105,19 +105,12 @@ bool Lemara::is_in_networks(const std::string& word) const {
 
 bool Lemara::begins_entry(const std::string& word) const {
     std::string start = tolowercase(word) + ' ';
-    const auto has_entry = [&] {
-        bool found = false;
-        lemara::for_each_entry(find_network(MAIN_NETWORK), start, [&](Analisia&& entry) {
-            found = is_entry_start(entry);
-            return !found;
-        });
-        return found;
-    };
-    if (has_entry()) return true;
+    const Sarea* network = find_network(MAIN_NETWORK);
+    if (lemara::has_entry(network, start, is_entry_start)) return true;
     const char first = word.empty() ? '\0' : word[0];
     if (first != lemara::standard_toupper(first)) return false;
     start[0] = lemara::standard_toupper(start[0]);
-    return has_entry();
+    return lemara::has_entry(network, start, is_entry_start);
 }
 
 std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera,

@@ -29,4 +29,15 @@ void for_each_entry(const Sarea* network, const std::string& start, Visit visit)
     });
 }
 
+/// True if `is_wanted` says yes to one of those entries. Stops there.
+template <class IsWanted>
+bool has_entry(const Sarea* network, const std::string& start, IsWanted is_wanted) {
+    bool found = false;
+    for_each_entry(network, start, [&](Analisia&& entry) {
+        found = is_wanted(entry);
+        return !found;
+    });
+    return found;
+}
+
 }  // namespace lemara

@@ -76,6 +76,15 @@ std::uint32_t read_of(std::uint64_t place) {
 }
 std::uint8_t path_of(std::uint64_t place) { return static_cast<std::uint8_t>(place); }
 
+// An arc by its distance from the first block, in units of 4 bytes.
+std::uint32_t place_of(const PackedView& table, const PackedArc& arc) {
+    return static_cast<std::uint32_t>(
+        (reinterpret_cast<const std::uint8_t*>(&arc) - table.states) / 4);
+}
+const PackedArc& arc_at(const PackedView& table, std::uint32_t place) {
+    return *reinterpret_cast<const PackedArc*>(table.states + 4 * std::size_t{place});
+}
+
 std::uint64_t hash_of(const std::vector<std::uint64_t>& places) {
     std::uint64_t hash = places.size();
     for (const std::uint64_t place : places) {
@@ -102,9 +111,7 @@ public:
             const Place place = places[i];
             if (is_end(place)) continue;  // there is a rest
             if (is_arc(place)) {
-                const auto& arc = *reinterpret_cast<const PackedArc*>(
-                    table_.states + 4 * std::size_t{where(place)});
-                read(arc, read_of(place), 0, path_of(place), 0);
+                read(arc_at(table_, where(place)), read_of(place), 0, path_of(place), 0);
             } else {
                 enter(static_cast<StateRef>(where(place)), 0, path_of(place), 0);
             }
@@ -189,7 +196,7 @@ public:
         for_each_place(node, [&](Place place) {
             if (is_end(place)) return;
             if (is_arc(place)) {
-                read_on(arc_at(where(place)), read_of(place), path_of(place));
+                read_on(arc_at(table_, where(place)), read_of(place), path_of(place));
             } else {
                 enter(static_cast<StateRef>(where(place)), path_of(place), 0);
             }
@@ -277,7 +284,7 @@ private:
             failed = failed || read + 1 == MOST_READ;
             follows |= table_.bit_of(
                 static_cast<std::uint8_t>(table_.pool[label.lower_at + read + 1]));
-            add(in_arc(place_of(arc), read + 1, path), {});
+            add(in_arc(place_of(table_, arc), read + 1, path), {});
             return;
         }
         const std::uint8_t behind = with_label(path, owner_.label_traits_[number]);
@@ -304,16 +311,6 @@ private:
         places.push_back(place);
         pieces.push_back({end, static_cast<std::uint16_t>(size),
                           static_cast<std::uint16_t>(from_), path_of(place)});
-    }
-
-    // An arc by its distance from the first block, in units of 4 bytes.
-    std::uint32_t place_of(const PackedArc& arc) const {
-        return static_cast<std::uint32_t>(
-            (reinterpret_cast<const std::uint8_t*>(&arc) - table_.states) / 4);
-    }
-    const PackedArc& arc_at(std::uint32_t place) const {
-        return *reinterpret_cast<const PackedArc*>(table_.states +
-                                                   4 * std::size_t{place});
     }
 
     LazyTransducer& owner_;

@@ -59,7 +59,8 @@ class Result:
         self.err = process.stderr.decode("utf-8", "backslashreplace")
 
 
-class CommandLine(unittest.TestCase):
+class Folder(unittest.TestCase):
+    """A folder with small tables. Has no tests of its own."""
     maxDiff = None
 
     def setUp(self):
@@ -80,6 +81,8 @@ class CommandLine(unittest.TestCase):
         with open(self.path(name), "rb") as file:
             return file.read()
 
+
+class CommandLine(Folder):
     def run_bare(self, *arguments, text=b"", **options):
         options.setdefault("stdout", subprocess.PIPE)
         options.setdefault("env", {"XDG_DATA_HOME": self.path("data"), "PATH": os.environ["PATH"]})

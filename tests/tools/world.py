@@ -5,36 +5,19 @@ import select
 import signal
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
 
-from command_line_test import EUMORFO, HP, Result
+from command_line_test import Folder, Result
 
 
-class World(unittest.TestCase):
-    maxDiff = None
+class World(Folder):
     lemara = ""
 
     def setUp(self):
-        self.folder = tempfile.TemporaryDirectory(prefix="lemara-test-")
-        self.addCleanup(self.folder.cleanup)
-        self.write("eumorfo.sare", EUMORFO)
-        self.write("hp.sare", HP)
-        self.write("sareak.cfg", b"eumorfo.sare\nhp.sare\n")
+        super().setUp()
         self.environment = {"XDG_DATA_HOME": self.path("data"), "PATH": os.environ["PATH"],
                             "LEMARA_TABLES": self.path("sareak.cfg"), "NO_COLOR": "1"}
-
-    def path(self, name):
-        return os.path.join(self.folder.name, name)
-
-    def write(self, name, data):
-        with open(self.path(name), "wb") as file:
-            file.write(data)
-
-    def read(self, name):
-        with open(self.path(name), "rb") as file:
-            return file.read()
 
     def lemara_run(self, *arguments, text=b"", **options):
         options.setdefault("stdout", subprocess.PIPE)
