@@ -32,27 +32,33 @@ CandidateJudge::CandidateJudge(const Lemara& engine, const std::string& word)
         const Sarea* network = entry.second;
         if (network == nullptr || network->taula == nullptr) continue;
         if (network->taula->hiztegia == "hp") continue;
-        Network judged{&lazy_form(*network->taula), {}};
+        Network judged{&lazy_form(*network->taula), {}, {}};
         judged.prefixes.push_back(judged.words->start());
         for (const char c : folded_) {
             judged.prefixes.push_back(
                 judged.words->next(judged.prefixes.back(), static_cast<std::uint8_t>(c)));
         }
+        judged.endings.resize(judged.prefixes.size());
         networks_.push_back(std::move(judged));
     }
 }
 
-Answer CandidateJudge::ask(const Network& network, const Edit& edit, bool small) const {
-    LazyTransducer::Node node = network.prefixes[edit.at];
+Answer CandidateJudge::ask(Network& network, const Edit& edit, bool small) const {
+    Node node = network.prefixes[edit.at];
     for (const char c : edit.inserted) {
         node = network.words->next(node, lowered(static_cast<std::uint8_t>(c)));
     }
-    node = network.words->follow(
-        node, std::string_view(folded_).substr(edit.at + edit.removed));
-    return network.words->answer(node, small);
+    const std::size_t rest = edit.at + edit.removed;
+    Ending& ending = network.endings[rest];
+    if (node != ending.from) {
+        const Node last =
+            network.words->follow(node, std::string_view(folded_).substr(rest));
+        ending = {node, last};
+    }
+    return LazyTransducer::answer(ending.to, small);
 }
 
-bool CandidateJudge::is_valid(const std::string& base, const Edit& edit) const {
+bool CandidateJudge::is_valid(const std::string& base, const Edit& edit) {
     if (by_strings_ || has_gap(edit.inserted)) {
         return engine_.isValid(applied(base, edit), false);
     }
@@ -65,7 +71,7 @@ bool CandidateJudge::is_valid(const std::string& base, const Edit& edit) const {
         small = is_small(base[edit.removed]);
     }
     bool unsure = has_dictionary_;
-    for (const Network& network : networks_) {
+    for (Network& network : networks_) {
         const Answer answer = ask(network, edit, small);
         if (answer == Answer::yes) return true;
         if (answer != Answer::no) unsure = true;

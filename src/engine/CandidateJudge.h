@@ -1,5 +1,8 @@
 // Judges the candidates for a misspelt word as edits of it. All candidates share what
 // stands in front of their edit, so the tables read that part of the word once for all.
+// What stands behind it they share too: where an edit leads to the node that the one
+// before it led to, the rest of the word is not read again. A loop over letters, as of
+// addresses in the web, takes every edit to the same node.
 //
 // Gives what Lemara::isValid gives for the candidate as a string; that is its twin.
 // Tests: tests/engine/Lemara_proposals_test.cpp.
@@ -25,16 +28,22 @@ public:
     const std::string& folded() const { return folded_; }
 
     /// True if `base` with the edit is a valid word. `base` is typed() or folded().
-    bool is_valid(const std::string& base, const Edit& edit) const;
+    bool is_valid(const std::string& base, const Edit& edit);
 
 private:
+    using Node = LazyTransducer::Node;
+
+    /// Where the rest of the word led to when it was last read.
+    struct Ending {
+        Node from = LazyTransducer::DEAD, to = LazyTransducer::DEAD;
+    };
     struct Network {
         LazyTransducer* words;
-        std::vector<LazyTransducer::Node>
-            prefixes;  // the node behind each number of bytes
+        std::vector<Node> prefixes;   // the node behind each number of bytes
+        std::vector<Ending> endings;  // of the rest behind each number of bytes
     };
 
-    Answer ask(const Network& network, const Edit& edit, bool small) const;
+    Answer ask(Network& network, const Edit& edit, bool small) const;
 
     const Lemara& engine_;
     const std::string typed_, folded_;

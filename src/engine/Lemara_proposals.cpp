@@ -35,7 +35,7 @@ void restore_case(const std::string& word, std::vector<std::string>& proposals) 
 
 std::vector<std::string> lemara::propose(const Lemara& engine, const std::string& hitza,
                                          const std::function<bool()>& go_on) {
-    const CandidateJudge judge(engine, hitza);
+    CandidateJudge judge(engine, hitza);
     std::vector<std::string> proposals;
 
     // Visitors that keep the edits of a word that are valid: all of them, or up to the
