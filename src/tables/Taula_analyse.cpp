@@ -14,6 +14,7 @@
 #include "tables/lazy_transducer.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
+#include "tables/word_memory.h"
 
 std::vector<Analisia> Taula::analizatuTokena(std::string tokena) const {
     return lemara::analyse_token(*this, tokena).records;
@@ -102,6 +103,24 @@ private:
     const std::string& token_;
 };
 
+/// has_word without its memory.
+bool finds_word(const Taula& table, const std::string& token) {
+    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT))) {
+        case Answer::no:
+            return false;
+        case Answer::yes:
+            return true;
+        case Answer::ask_the_walk:
+            return walk_finds_word(table, token);
+        case Answer::ask_the_texts:
+            break;
+    }
+    WordFinder finder(token);
+    LazyTransducer::Spelt spelt;
+    analyse(table, token, spelt, std::ref(finder));
+    return finder.found;
+}
+
 }  // namespace
 
 TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
@@ -133,20 +152,11 @@ std::optional<Analisia> first_analysis(const Taula& table, const std::string& to
 }
 
 bool has_word(const Taula& table, const std::string& token) {
-    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT))) {
-        case Answer::no:
-            return false;
-        case Answer::yes:
-            return true;
-        case Answer::ask_the_walk:
-            return walk_finds_word(table, token);
-        case Answer::ask_the_texts:
-            break;
-    }
-    WordFinder finder(token);
-    LazyTransducer::Spelt spelt;
-    analyse(table, token, spelt, std::ref(finder));
-    return finder.found;
+    WordMemory& memory = word_memory(table);
+    if (const std::optional<bool> known = memory.find(token)) return *known;
+    const bool found = finds_word(table, token);
+    memory.put(token, found);
+    return found;
 }
 
 bool walk_finds_word(const Taula& table, const std::string& token) {

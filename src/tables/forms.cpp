@@ -5,6 +5,7 @@
 #include "Egoera.h"
 #include "tables/image.h"
 #include "tables/lazy_transducer.h"
+#include "tables/word_memory.h"
 
 namespace lemara {
 namespace {
@@ -50,6 +51,7 @@ struct TableForms::Current {
     std::unique_ptr<Image> image;
     PackedView view;
     LazyTransducer lazy;
+    WordMemory memory;
 };
 
 TableForms::TableForms() = default;
@@ -94,6 +96,10 @@ const PackedView* TableForms::image_view(const std::vector<Egoera*>& graph) {
         return nullptr;
     Current& now = current(graph);
     return now.image == nullptr ? nullptr : &now.view;
+}
+
+WordMemory& TableForms::memory(const std::vector<Egoera*>& graph) {
+    return current(graph).memory;
 }
 
 LazyTransducer& TableForms::lazy(const std::vector<Egoera*>& graph) {

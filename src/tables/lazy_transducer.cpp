@@ -8,7 +8,6 @@ namespace lemara {
 namespace {
 
 constexpr int DEEPEST_EMPTY = 64;           // arcs with an empty lower symbol in a row
-constexpr int DEEPEST_REST = 512;           // arcs of a path in the rest of a word
 constexpr std::size_t MOST_ARCS = 1 << 14;  // looked at for one step
 
 using Traits = LazyTransducer;
@@ -96,25 +95,33 @@ std::uint64_t hash_of(const std::vector<std::uint64_t>& places) {
 
 }  // namespace
 
-/// Searches the rest of a word from the places of a node on, and keeps nothing of it.
+/// Searches the rest of a word from the places of a node on, and keeps nothing of it. In
+/// no order: any path that makes it a word will do.
 class LazyTransducer::Finisher {
 public:
-    /// `small`: the word was typed with "a" to "z" in front.
+    /// `rest`, at most LONGEST_SPELT bytes, lowered. `small`: the word was typed with "a"
+    /// to "z" in front.
     Finisher(const LazyTransducer& owner, std::string_view rest, bool small)
         : table_(owner.table_),
-          traits_(owner.label_traits_),
+          traits_(owner.label_traits_.data()),
           rest_(rest),
-          small_(small) {}
+          hopeless_(small ? CAPITAL : std::uint8_t{0}),
+          unclean_(small ? CAPITAL | NAME : 0) {
+        std::uint16_t* wanted = wanted_;
+        for (const char c : rest) *wanted++ = table_.bit_of(static_cast<std::uint8_t>(c));
+        *wanted = PackedView::END_BIT;
+    }
 
     Answer run(const Place* places, std::size_t count) {
         for (std::size_t i = 0; i < count && !done_; ++i) {
             const Place place = places[i];
             if (is_end(place)) continue;  // there is a rest
             if (is_arc(place)) {
-                read(arc_at(table_, where(place)), read_of(place), 0, path_of(place), 0);
+                read(arc_at(table_, where(place)), read_of(place), 0, path_of(place));
             } else {
-                enter(static_cast<StateRef>(where(place)), 0, path_of(place), 0);
+                push(static_cast<StateRef>(where(place)), 0, path_of(place));
             }
+            while (size_ > 0 && !done_) enter(stack_[--size_]);
         }
         if (failed_) return Answer::ask_the_walk;
         if (done_) return Answer::yes;
@@ -122,51 +129,74 @@ public:
     }
 
 private:
-    std::uint16_t wanted_at(std::size_t at) const {
-        return at < rest_.size() ? table_.bit_of(static_cast<std::uint8_t>(rest_[at]))
-                                 : PackedView::END_BIT;
-    }
+    struct Path {
+        StateRef state;
+        std::uint16_t at;
+        std::uint8_t traits;
+    };
+    static constexpr std::size_t MOST_OPEN = 256;  // paths that are still to be searched
 
-    void enter(StateRef ref, std::size_t at, std::uint8_t path, int depth) {
-        const PackedState state = table_.state(ref);
-        const std::uint8_t byte =
-            at < rest_.size() ? static_cast<std::uint8_t>(rest_[at]) : std::uint8_t{0};
-        for (std::uint32_t base = 0; base < state.count && !done_; base += 64) {
+    void enter(const Path path) {
+        const PackedState state = table_.state(path.state);
+        const std::uint8_t byte = path.at < rest_.size()
+                                      ? static_cast<std::uint8_t>(rest_[path.at])
+                                      : std::uint8_t{0};
+        for (std::uint32_t base = 0; base < state.count; base += 64) {
             const std::uint32_t count = std::min<std::uint32_t>(state.count - base, 64);
             std::uint64_t bits = matching_arcs(state.first + base, count, byte);
-            for (; bits != 0 && !done_; bits &= bits - 1) {
-                read(state.arcs[base + static_cast<std::uint32_t>(__builtin_ctzll(bits))],
-                     0, at, path, depth);
+            for (; bits != 0; bits &= bits - 1) {
+                const std::uint32_t i =
+                    base + static_cast<std::uint32_t>(__builtin_ctzll(bits));
+                const PackedArc& arc = state.arcs[i];
+                ++arcs_;
+                if (arc.is_long()) {
+                    read(arc, 0, path.at, path.traits);
+                } else {
+                    go_on(arc, path.at + (state.first[i] != 0 ? 1u : 0u), path.traits);
+                }
             }
         }
+        if (arcs_ > MOST_ARCS) failed_ = done_ = true;
     }
 
     /// Reads what is left of an arc's lower symbol, and goes on behind it.
-    void read(const PackedArc& arc, std::size_t from, std::size_t at, std::uint8_t path,
-              int depth) {
-        if (++arcs_ > MOST_ARCS || depth == DEEPEST_REST) {
-            failed_ = done_ = true;
-            return;
-        }
-        const std::uint32_t label = table_.label_of(arc);
-        const std::string_view lower = table_.lower(label).substr(from);
-        if (rest_.compare(at, lower.size(), lower) != 0) return;
-        at += lower.size();
-        if ((arc.follows & wanted_at(at)) == 0) return;
-        path = with_label(path, traits_[label]);
-        if (arc.target >= 0) return enter(arc.target, at, path, depth + 1);
+    void read(const PackedArc& arc, std::size_t from, std::size_t at,
+              std::uint8_t traits) {
+        const std::string_view lower = table_.lower(table_.label_of(arc)).substr(from);
+        if (rest_.compare(at, lower.size(), lower) == 0)
+            go_on(arc, at + lower.size(), traits);
+    }
+
+    /// An arc's symbol has been read up to `at`.
+    void go_on(const PackedArc& arc, std::size_t at, std::uint8_t traits) {
+        if ((arc.follows & wanted_[at]) == 0) return;
+        traits = with_label(traits, traits_[table_.label_of(arc)]);
+        if ((traits & hopeless_) != 0) return;
+        if (arc.target >= 0) return push(arc.target, at, traits);
         if (at < rest_.size()) return;
-        if ((path & ODD) != 0) {
+        if ((traits & ODD) != 0) {
             odd_ = true;
-        } else if (!small_ || (path & (CAPITAL | NAME)) == 0) {
+        } else if ((traits & unclean_) == 0) {
             done_ = true;
         }
     }
 
+    void push(StateRef state, std::size_t at, std::uint8_t traits) {
+        if (size_ == MOST_OPEN) {
+            failed_ = done_ = true;
+        } else {
+            stack_[size_++] = {state, static_cast<std::uint16_t>(at), traits};
+        }
+    }
+
     const PackedView& table_;
-    const std::vector<std::uint8_t>& traits_;
+    const std::uint8_t* traits_;
     const std::string_view rest_;
-    const bool small_;
+    const std::uint8_t hopeless_;  // traits of paths that end in no word, or in one that
+    const std::uint8_t unclean_;   // is none as it was typed
+    std::uint16_t wanted_[LONGEST_SPELT + 1];
+    Path stack_[MOST_OPEN];
+    std::size_t size_ = 0;
     std::size_t arcs_ = 0;
     bool odd_ = false;
     bool done_ = false;    // a word was found
@@ -331,17 +361,6 @@ LazyTransducer::Slots::Slots(std::size_t size)
     for (std::size_t bits = size; bits > 1; bits /= 2) --shift;
 }
 
-LazyTransducer::Jumps::Jumps(std::size_t size)
-    : mask(size - 1), slots(new Slot[size]()) {}
-
-void LazyTransducer::Jumps::put(Node from, std::uint64_t bytes, Node to) const {
-    Slot& slot = slots[find(from, bytes).slot];
-    slot.bytes.store(bytes, std::memory_order_relaxed);
-    slot.nodes.store(
-        static_cast<std::uint64_t>(from) << 32 | static_cast<std::uint32_t>(to),
-        std::memory_order_release);
-}
-
 LazyTransducer::LazyTransducer(const PackedView& table) : table_(table) {}
 LazyTransducer::~LazyTransducer() = default;
 
@@ -360,7 +379,6 @@ void LazyTransducer::prepare() {
     places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
     nodes_.assign(1 << 8, UNKNOWN);
     grow(FIRST_SLOTS);
-    grow_jumps(FIRST_SLOTS);
 }
 
 LazyTransducer::Node LazyTransducer::make_start() {
@@ -389,7 +407,7 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
         const std::uint8_t byte = lowered(static_cast<std::uint8_t>(text[stop.at]));
         Step taken = step(*slots, stop.node, byte);
         if ((taken.next & NUMBER) == 0) {
-            taken = ask_again(stop.node, byte, insist);
+            taken = ask_again(stop.node, byte, ways != nullptr, insist);
             slots = slots_.load(std::memory_order_acquire);
         }
         if (taken.next <= DEAD) return taken.next;
@@ -401,17 +419,22 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
 
 /// A step that `read` did not find. Nobody waits here: while another thread makes steps,
 /// the walk is asked.
-LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte,
+LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, bool spells,
                                                bool& insist) {
     const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
     if (!lock || !has_room()) return {TOO_MANY, nullptr};
     const Step known = step(*all_slots_.back(), node, byte);
     if ((known.next & NUMBER) != 0) return known;
-    if (known.next == UNKNOWN && !insist) {
-        set(node, byte, {ASKED, nullptr});
-        return {TOO_MANY, nullptr};
+    if (!insist) {
+        // An answer is remembered, so other words ask for it: step by step, and where
+        // many come by. Who spells asks for the same words again.
+        const Node asked = known.next + ASKED;
+        if (asked < (spells ? 2 : 4) * ASKED) {
+            set(node, byte, {asked, nullptr});
+            return {TOO_MANY, nullptr};
+        }
     }
-    insist = true;  // the rest of this word too
+    insist = spells;  // then the rest of this word too
     return build(node, byte);
 }
 
@@ -420,27 +443,6 @@ LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
     const Node known = step(*all_slots_.back(), node, byte).next;
     if ((known & NUMBER) != 0) return known;
     return has_room() ? build(node, byte).next : TOO_MANY;
-}
-
-/// The node behind some bytes of a word, once the steps to it have been made.
-LazyTransducer::Node LazyTransducer::make_jump(Stop& stop, std::string_view part,
-                                               std::uint64_t bytes) {
-    const Node node = stop.node;
-    const Node next = read(stop, part, nullptr);
-    if (next < 0) return next;
-    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
-    if (!lock) return next;
-    const std::size_t size = all_jumps_.back()->mask + 1;
-    if (2 * jumps_used_ >= size) {
-        if (size == MOST_SLOTS) return next;
-        grow_jumps(2 * size);
-    }
-    const Jumps& jumps = *all_jumps_.back();
-    if (jumps.find(node, bytes).next == UNKNOWN) {
-        jumps.put(node, bytes, next);
-        ++jumps_used_;
-    }
-    return next;
 }
 
 /// The answer for a word that has been read up to `node`, where the steps end.
@@ -552,23 +554,6 @@ void LazyTransducer::grow(std::size_t size) {
     }
     all_slots_.push_back(std::move(larger));
     slots_.store(all_slots_.back().get(), std::memory_order_release);
-}
-
-void LazyTransducer::grow_jumps(std::size_t size) {
-    auto larger = std::make_unique<Jumps>(size);
-    if (!all_jumps_.empty()) {
-        const Jumps& old = *all_jumps_.back();
-        for (std::size_t i = 0; i <= old.mask; ++i) {
-            const std::uint64_t nodes =
-                old.slots[i].nodes.load(std::memory_order_relaxed);
-            if (nodes == 0) continue;
-            larger->put(static_cast<Node>(nodes >> 32),
-                        old.slots[i].bytes.load(std::memory_order_relaxed),
-                        static_cast<Node>(static_cast<std::uint32_t>(nodes)));
-        }
-    }
-    all_jumps_.push_back(std::move(larger));
-    jumps_.store(all_jumps_.back().get(), std::memory_order_release);
 }
 
 void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {

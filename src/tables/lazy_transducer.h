@@ -9,8 +9,8 @@
 // written on the way. So the node in which a word ends says yes or no at once, and the
 // way back from there spells the analyses, in their order.
 //
-// What nobody asked for costs nothing: a step is made when it's asked for a second time.
-// Until then, and for all that would pass a bound, the walk is asked. Reading takes no
+// What nobody asked for costs nothing: a step is made when it's asked for again. Until
+// then, and for all that would pass a bound, the walk is asked. Reading takes no
 // lock.
 //
 // Method: determinisation of a transducer by ordered subsets with the way back kept (as
@@ -92,23 +92,12 @@ public:
 
     /// The same for a whole word as typed. Makes what is asked for again.
     Answer answer(std::string_view word) {
-        Node node = start();
-        if (node <= DEAD) return answer(node, false);
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
-        const Jumps& jumps = *jumps_.load(std::memory_order_acquire);
-        for (std::size_t at = 0; at < word.size() && node > DEAD; at += JUMP) {
-            const std::string_view part = word.substr(at, JUMP);
-            const std::uint64_t bytes = bytes_of(part);
-            const Node known = jumps.find(node, bytes).next;
-            if (known != UNKNOWN) {
-                node = known;
-                continue;
-            }
-            Stop stop{node, 0};
-            node = make_jump(stop, part, bytes);
-            if (node < 0) return finish(stop.node, word.substr(at + stop.at), small);
-        }
-        return answer(node, small);
+        Stop stop{start(), 0};
+        const Node last = read(stop, word, nullptr);
+        return last < 0 && stop.node > DEAD
+                   ? finish(stop.node, word.substr(stop.at), small)
+                   : answer(last, small);
     }
 
     /// What is known of a word before its first analysis is visited.
@@ -176,7 +165,7 @@ private:
     static constexpr int FOLLOWS_AT = 21;
     static constexpr int FOLLOW_CLASSES = 10;
 
-    // Not asked for yet, and asked for once.
+    // Not asked for yet, and what each asking adds.
     static constexpr Node UNKNOWN = 0;
     static constexpr Node ASKED = ENDS_CLEAN;  // of node 0, which is none
 
@@ -251,55 +240,6 @@ private:
             ways;  // back from the paths behind a step
     };
 
-    // Bytes that a jump takes at once.
-    static constexpr std::size_t JUMP = 8;
-
-    /// Jumps over several steps: where a yes or no went before, it goes again without a
-    /// look at the steps. Found by the node and the bytes as typed, with NULs behind the
-    /// last of a word.
-    struct Jumps {
-        explicit Jumps(std::size_t size);
-
-        struct Slot {
-            std::atomic<std::uint64_t> bytes;
-            std::atomic<std::uint64_t> nodes;  // from where, above to where; written last
-        };
-        struct Found {
-            Node next;
-            std::size_t slot;
-        };
-        Found find(Node from, std::uint64_t bytes) const {
-            const std::uint64_t key =
-                (bytes ^ static_cast<std::uint64_t>(from) << 32) * 0x9E3779B97F4A7C15u;
-            for (std::size_t slot = (key ^ key >> 32) & mask;; slot = (slot + 1) & mask) {
-                const std::uint64_t nodes =
-                    slots[slot].nodes.load(std::memory_order_acquire);
-                if (nodes == 0) return {UNKNOWN, slot};
-                if (static_cast<Node>(nodes >> 32) == from &&
-                    slots[slot].bytes.load(std::memory_order_relaxed) == bytes) {
-                    return {static_cast<Node>(static_cast<std::uint32_t>(nodes)), slot};
-                }
-            }
-        }
-        void put(Node from, std::uint64_t bytes, Node to) const;
-
-        std::size_t mask;
-        std::unique_ptr<Slot[]> slots;
-    };
-
-    /// At most JUMP bytes as a number.
-    static std::uint64_t bytes_of(std::string_view part) {
-        std::uint64_t bytes = 0;
-        if (part.size() == JUMP) {
-            std::memcpy(&bytes, part.data(), JUMP);
-        } else {
-            for (std::size_t i = part.size(); i-- > 0;) {
-                bytes = bytes << 8 | static_cast<std::uint8_t>(part[i]);
-            }
-        }
-        return bytes;
-    }
-
     static std::uint32_t key_of(Node node, std::uint8_t byte) {
         return static_cast<std::uint32_t>(node & NUMBER) << 8 | byte;
     }
@@ -333,16 +273,14 @@ private:
 
     Node make_start();
     Node make_next(Node node, std::uint8_t byte);
-    Node make_jump(Stop& stop, std::string_view part, std::uint64_t bytes);
     Answer finish(Node node, std::string_view rest, bool small);
-    Step ask_again(Node node, std::uint8_t byte, bool& insist);
+    Step ask_again(Node node, std::uint8_t byte, bool spells, bool& insist);
     Step build(Node node, std::uint8_t byte);
     Node node_of(const Builder& built);
     void widen_nodes();
     void set(Node node, std::uint8_t byte, Step step);
     bool has_room();
     void grow(std::size_t size);
-    void grow_jumps(std::size_t size);
     const Piece* keep(const std::vector<Piece>& pieces);
     const char* end_of(std::string_view first, std::string_view second);
     void prepare();
@@ -350,7 +288,6 @@ private:
     const PackedView& table_;
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
-    std::atomic<const Jumps*> jumps_{nullptr};
     Node follow_bit_[256] = {};                  // of bytes that the table reads at all
     std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
 
@@ -358,8 +295,6 @@ private:
     std::vector<std::unique_ptr<Slots>>
         all_slots_;  // the last is in use; readers may be in others
     std::size_t slots_used_ = 0;
-    std::vector<std::unique_ptr<Jumps>> all_jumps_;  // in the same way
-    std::size_t jumps_used_ = 0;
     std::vector<std::uint8_t> label_traits_;
     std::vector<Place> places_;              // of all nodes, one after the other
     std::vector<std::size_t> places_begin_;  // by node

@@ -14,10 +14,13 @@ namespace lemara {
 
 struct PackedView;
 class LazyTransducer;
+class WordMemory;
 
-/// The packed form of a table, and its lower side made deterministic.
+/// The packed form of a table, its lower side made deterministic, and what was answered
+/// about its words.
 const PackedView& packed_form(const Taula& table);
 LazyTransducer& lazy_form(const Taula& table);
+WordMemory& word_memory(const Taula& table);
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then
 /// owns.
@@ -52,7 +55,7 @@ void for_each_form(const Taula& table, const std::string& target, bool stop_at_t
                    const std::function<bool(Analisia&&)>& take);
 
 /// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records,
-/// and walks only if the lazy form can't tell.
+/// remembers answers, and walks only if the lazy form can't tell.
 bool has_word(const Taula& table, const std::string& token);
 
 /// The same by a walk alone.

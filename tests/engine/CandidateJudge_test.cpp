@@ -80,7 +80,7 @@ struct Tally {
 
 /// Judges every edit of every generator, both ways.
 void compare_edits(const Lemara& engine, const std::string& word, Tally& tally) {
-    const CandidateJudge judge(engine, word);
+    CandidateJudge judge(engine, word);
     const auto judge_of = [&](const std::string& base, const char* generator) {
         return [&, generator](const Edit& edit) {
             const std::string candidate = lemara::applied(base, edit);
@@ -212,7 +212,7 @@ TEST(CandidateJudge, VeryLongWordsAreJudgedAsStrings) {
     for (const std::size_t length : std::vector<std::size_t>{
              980, 982, 983, 984, 990, 997, 998, 999, 1000, 1001, 1020}) {
         const std::string word = std::string(length, 'a') + "b";
-        const CandidateJudge judge(engine, word);
+        CandidateJudge judge(engine, word);
         // Edits at the very end decide.
         for (std::size_t at = word.size() - 5; at < word.size(); ++at) {
             for (const Edit& edit :
