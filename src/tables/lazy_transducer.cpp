@@ -330,17 +330,24 @@ private:
             failed = true;
             return;
         }
-        const char* end = last.data() + last.size();
-        if (!text_.empty()) {
-            const bool is_symbol = last.empty() && !only_.empty();
-            end = is_symbol ? only_.data() + only_.size() : owner_.end_of(text_, last);
-            failed = failed || end == nullptr;
-        } else if (last.empty()) {
-            end = table_.pool;  // any place
+        char own[Piece::OWN];
+        const char* end = own + size;
+        if (size <= sizeof own) {
+            text_.copy(own, text_.size());
+            last.copy(own + text_.size(), last.size());
+        } else if (text_.empty()) {
+            end = last.data() + last.size();
+        } else if (last.empty() && !only_.empty()) {
+            end = only_.data() + only_.size();
+        } else {
+            end = owner_.end_of(text_, last);
+        }
+        if (end == nullptr) {
+            failed = true;
+            return;
         }
         places.push_back(place);
-        pieces.push_back({end, static_cast<std::uint16_t>(size),
-                          static_cast<std::uint16_t>(from_), path_of(place)});
+        pieces.emplace_back(end, size, from_, path_of(place));
     }
 
     LazyTransducer& owner_;
@@ -354,10 +361,7 @@ private:
 };
 
 LazyTransducer::Slots::Slots(std::size_t size)
-    : mask(size - 1),
-      shift(64),
-      heads(new std::atomic<std::uint64_t>[size]()),
-      ways(new std::atomic<const Piece*>[size]()) {
+    : mask(size - 1), shift(64), slots(new Slot[size]()) {
     for (std::size_t bits = size; bits > 1; bits /= 2) --shift;
 }
 
@@ -543,13 +547,14 @@ void LazyTransducer::grow(std::size_t size) {
     if (!all_slots_.empty()) {
         const Slots& old = *all_slots_.back();
         for (std::size_t i = 0; i <= old.mask; ++i) {
-            const std::uint64_t head = old.heads[i].load(std::memory_order_relaxed);
+            const std::uint64_t head = old.slots[i].head.load(std::memory_order_relaxed);
             if (head == 0) continue;
             const std::size_t slot =
                 larger->find(static_cast<std::uint32_t>(head >> 32)).slot;
-            larger->ways[slot].store(old.ways[i].load(std::memory_order_relaxed),
-                                     std::memory_order_relaxed);
-            larger->heads[slot].store(head, std::memory_order_relaxed);
+            larger->slots[slot].ways.store(
+                old.slots[i].ways.load(std::memory_order_relaxed),
+                std::memory_order_relaxed);
+            larger->slots[slot].head.store(head, std::memory_order_relaxed);
         }
     }
     all_slots_.push_back(std::move(larger));
@@ -562,9 +567,9 @@ void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {
     const std::uint32_t key = key_of(node, byte);
     const Slots::Found found = slots.find(key);
     if (found.next == UNKNOWN) ++slots_used_;
-    slots.ways[found.slot].store(step.ways, std::memory_order_relaxed);
-    slots.heads[found.slot].store(std::uint64_t{key} << 32 | next,
-                                  std::memory_order_release);
+    Slots::Slot& slot = slots.slots[found.slot];
+    slot.ways.store(step.ways, std::memory_order_relaxed);
+    slot.head.store(std::uint64_t{key} << 32 | next, std::memory_order_release);
 }
 
 /// A lasting copy of pieces, null if there are none, or too many in all.

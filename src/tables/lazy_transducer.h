@@ -179,25 +179,48 @@ private:
     static constexpr std::size_t MOST_PATHS = 1 << 10;   // of one node
     static constexpr std::size_t MOST_PLACES = 1 << 21;  // of all nodes
     static constexpr std::size_t LONGEST_PIECE = 128;
-    static constexpr std::size_t SHORT = 16;  // bytes that are copied in one move
+    static constexpr std::size_t SHORT = 32;  // bytes that are copied in a few moves
     static constexpr std::size_t LONGEST_TEXT =
         LONGEST_PIECE * (LONGEST_SPELT + 1) + SHORT + 1;
 
-    /// Upper text that a path writes, and the path that it goes on from. SHORT bytes in
-    /// front of its end may be read.
-    struct Piece {
-        const char* end;
-        std::uint16_t size;
+    /// Upper text that a path writes, and the path that it goes on from. Most texts are a
+    /// letter or some tags, and stand in the piece itself: at its end, so that the whole
+    /// piece can be copied in front of what is there. SHORT bytes in front of the end of
+    /// another text may be read.
+    struct alignas(16) Piece {
+        static constexpr std::size_t OWN = 12;
+
         std::uint16_t from;
         std::uint8_t path;  // of an end: what the whole path knows
+        std::uint8_t size;
+        char text[OWN];  // the last `size` bytes; of a longer text its end, as a pointer
+
+        Piece() = default;
+        Piece(const char* end, std::size_t size_, std::size_t from_, std::uint8_t path_)
+            : from(static_cast<std::uint16_t>(from_)),
+              path(path_),
+              size(static_cast<std::uint8_t>(size_)),
+              text() {
+            if (size <= OWN) {
+                std::memcpy(text + OWN - size, end - size, size);
+            } else {
+                std::memcpy(text, &end, sizeof end);
+            }
+        }
     };
+    static_assert(sizeof(Piece) == 16 && LONGEST_PIECE <= 255, "it is copied as a whole");
 
     static char* write_before(char* at, const Piece& piece) {
+        if (piece.size <= Piece::OWN) {
+            std::memcpy(at - sizeof piece, &piece, sizeof piece);
+            return at - piece.size;
+        }
+        const char* end = nullptr;
+        std::memcpy(&end, piece.text, sizeof end);
         if (piece.size <= SHORT) {
-            std::memcpy(at - SHORT, piece.end - SHORT,
-                        SHORT);  // of fixed size: two moves
+            std::memcpy(at - SHORT, end - SHORT, SHORT);  // of fixed size: a few moves
         } else {
-            std::memcpy(at - piece.size, piece.end - piece.size, piece.size);
+            std::memcpy(at - piece.size, end - piece.size, piece.size);
         }
         return at - piece.size;
     }
@@ -219,6 +242,10 @@ private:
     struct Slots {
         explicit Slots(std::size_t size);
 
+        struct alignas(16) Slot {
+            std::atomic<std::uint64_t> head;
+            std::atomic<const Piece*> ways;  // back from the paths behind the step
+        };
         struct Found {
             Node next;
             std::size_t slot;
@@ -226,7 +253,8 @@ private:
         Found find(std::uint32_t key) const {
             for (std::size_t slot = key * 0x9E3779B97F4A7C15u >> shift;;
                  slot = (slot + 1) & mask) {
-                const std::uint64_t held = heads[slot].load(std::memory_order_acquire);
+                const std::uint64_t held =
+                    slots[slot].head.load(std::memory_order_acquire);
                 if (held >> 32 == key)
                     return {static_cast<Node>(static_cast<std::uint32_t>(held)), slot};
                 if (held == 0) return {UNKNOWN, slot};
@@ -235,9 +263,7 @@ private:
 
         std::size_t mask;
         int shift;
-        std::unique_ptr<std::atomic<std::uint64_t>[]> heads;
-        std::unique_ptr<std::atomic<const Piece*>[]>
-            ways;  // back from the paths behind a step
+        std::unique_ptr<Slot[]> slots;
     };
 
     static std::uint32_t key_of(Node node, std::uint8_t byte) {
@@ -252,7 +278,7 @@ private:
     Step step(const Slots& slots, Node node, std::uint8_t byte) const {
         if ((node & follow_bit_[byte]) == 0) return {DEAD, nullptr};
         const Slots::Found found = slots.find(key_of(node, byte));
-        return {found.next, slots.ways[found.slot].load(std::memory_order_relaxed)};
+        return {found.next, slots.slots[found.slot].ways.load(std::memory_order_relaxed)};
     }
 
     /// How far a text was read: the last node that is not DEAD, and the bytes up to it.

@@ -12,12 +12,13 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string_view>
 #include <vector>
+
+#include "tables/word_bytes.h"
 
 namespace lemara {
 
@@ -62,8 +63,6 @@ private:
         std::uint64_t a, b, c;
     };
 
-    static std::uint64_t eight_at(const char* at);
-    static std::uint64_t four_at(const char* at);
     static Piece piece_of(const char* at, std::size_t size);
 
     /// Open addressing. Both ends of a link are one number, written last; only who holds
@@ -120,24 +119,6 @@ private:
     std::uint32_t next_number_ = START + 1;
 };
 
-inline std::uint64_t WordMemory::eight_at(const char* at) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, at, sizeof word);
-#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
-    word = __builtin_bswap64(word);
-#endif
-    return word;
-}
-
-inline std::uint64_t WordMemory::four_at(const char* at) {
-    std::uint32_t word = 0;
-    std::memcpy(&word, at, sizeof word);
-#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
-    word = __builtin_bswap32(word);
-#endif
-    return word;
-}
-
 // No byte behind the piece is touched: the last bytes are read up to its end, and moved
 // to their place.
 inline WordMemory::Piece WordMemory::piece_of(const char* at, std::size_t size) {
@@ -146,13 +127,7 @@ inline WordMemory::Piece WordMemory::piece_of(const char* at, std::size_t size) 
                 eight_at(at + size - 8) >> 8 * (24 - size)};
     }
     if (size > 8) return {eight_at(at), eight_at(at + size - 8) >> 8 * (16 - size), 0};
-    if (size >= 4) {
-        return {four_at(at) | four_at(at + size - 4) << 8 * (size - 4), 0, 0};
-    }
-    std::uint64_t bytes = 0;
-    for (std::size_t i = size; i-- > 0;)
-        bytes = bytes << 8 | static_cast<std::uint8_t>(at[i]);
-    return {bytes, 0, 0};
+    return {up_to_eight_at(at, size), 0, 0};
 }
 
 }  // namespace lemara
