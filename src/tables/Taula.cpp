@@ -28,8 +28,8 @@ lemara::LazyTransducer& lemara::lazy_form(const Taula& table) {
     return TableInside::forms(table).lazy(table.egoerak);
 }
 
-lemara::WordMemory& lemara::word_memory(const Taula& table) {
-    return TableInside::forms(table).memory(table.egoerak);
+lemara::WordMap& lemara::answers_about(const Taula& table) {
+    return TableInside::forms(table).answers(table.egoerak);
 }
 
 namespace {

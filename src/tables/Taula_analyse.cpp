@@ -1,5 +1,6 @@
 // Analysis: a token against the lower side of the table. The walk itself is in
 // packed_walk.h. Tests: tests/tables/Taula_analyse_test.cpp.
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,7 +15,7 @@
 #include "tables/lazy_transducer.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
-#include "tables/word_memory.h"
+#include "tables/word_map.h"
 
 std::vector<Analisia> Taula::analizatuTokena(std::string tokena) const {
     return lemara::analyse_token(*this, tokena).records;
@@ -138,6 +139,11 @@ TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
     return result;
 }
 
+std::optional<std::size_t> known_reach(const Taula& table, std::string_view word,
+                                       std::string_view text) {
+    return lazy_form(table).known_reach(word, text);
+}
+
 std::optional<Analisia> first_analysis(const Taula& table, const std::string& token) {
     const int maiuskula = case_class(token);
     std::optional<Analisia> first;
@@ -152,10 +158,12 @@ std::optional<Analisia> first_analysis(const Taula& table, const std::string& to
 }
 
 bool has_word(const Taula& table, const std::string& token) {
-    WordMemory& memory = word_memory(table);
-    if (const std::optional<bool> known = memory.find(token)) return *known;
+    constexpr std::uint64_t NO = 1, YES = 2;
+    WordMap& answers = answers_about(table);
+    const std::uint64_t known = answers.find(token);
+    if (known != WordMap::NOTHING) return known == YES;
     const bool found = finds_word(table, token);
-    memory.put(token, found);
+    answers.put(token, found ? YES : NO);
     return found;
 }
 

@@ -5,7 +5,7 @@
 #include "Egoera.h"
 #include "tables/image.h"
 #include "tables/lazy_transducer.h"
-#include "tables/word_memory.h"
+#include "tables/word_map.h"
 
 namespace lemara {
 namespace {
@@ -51,7 +51,7 @@ struct TableForms::Current {
     std::unique_ptr<Image> image;
     PackedView view;
     LazyTransducer lazy;
-    WordMemory memory;
+    WordMap answers{std::size_t{1} << 19};  // 16 MiB
 };
 
 TableForms::TableForms() = default;
@@ -98,8 +98,8 @@ const PackedView* TableForms::image_view(const std::vector<Egoera*>& graph) {
     return now.image == nullptr ? nullptr : &now.view;
 }
 
-WordMemory& TableForms::memory(const std::vector<Egoera*>& graph) {
-    return current(graph).memory;
+WordMap& TableForms::answers(const std::vector<Egoera*>& graph) {
+    return current(graph).answers;
 }
 
 LazyTransducer& TableForms::lazy(const std::vector<Egoera*>& graph) {

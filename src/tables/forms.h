@@ -21,7 +21,7 @@
 namespace lemara {
 
 class LazyTransducer;
-class WordMemory;
+class WordMap;
 class Image;
 
 /// To be called behind every change of a graph.
@@ -39,8 +39,8 @@ public:
     /// Its lower side, made deterministic on demand.
     LazyTransducer& lazy(const std::vector<Egoera*>& graph);
 
-    /// What was answered about words of this graph.
-    WordMemory& memory(const std::vector<Egoera*>& graph);
+    /// What was answered about words of this graph; see has_word.
+    WordMap& answers(const std::vector<Egoera*>& graph);
 
     /// Makes a compiled table the form of a graph that has no states.
     void use(std::unique_ptr<Image> image);

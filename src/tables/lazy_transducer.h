@@ -10,8 +10,8 @@
 // way back from there spells the analyses, in their order.
 //
 // What nobody asked for costs nothing: a step is made when it's asked for again. Until
-// then, and for all that would pass a bound, the walk is asked. Reading takes no
-// lock.
+// then, and for all that would pass a bound, the walk is asked. What a word was spelt to
+// is kept as well, for some thousands of words. Reading takes no lock.
 //
 // Method: determinisation of a transducer by ordered subsets with the way back kept (as
 // in M. Mohri, "Finite-State Transducers in Language and Speech Processing", 1997), on
@@ -24,11 +24,13 @@
 #include <cstring>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "analysis/tag_scan.h"
 #include "tables/packed.h"
+#include "tables/word_map.h"
 
 namespace lemara {
 
@@ -112,13 +114,21 @@ public:
     /// behind it.
     template <class Visit>
     bool spell(std::string_view word, Spelt& spelt, Visit visit) {
+        if (const std::uint64_t known = known_words_.find(word)) {
+            recite(*known_word(known), spelt, visit);
+            return true;
+        }
         if (word.size() > LONGEST_SPELT) return false;
         const Piece* ways[LONGEST_SPELT];
         Stop stop{start(), 0};
         const Node last = read(stop, word, ways);
         if (last < 0) return false;
         spelt.reach = stop.at;
-        if ((last & ENDS) == 0) return true;
+        Notes notes(word.size() <= WordMap::LONGEST && known_words_.has_room());
+        if ((last & ENDS) == 0) {
+            if (notes.taken) remember(word, last, stop.at, notes);
+            return true;
+        }
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
         const Ends& ends = ends_of(last);
         spelt.most = ends.count;
@@ -139,9 +149,23 @@ public:
             const std::string_view analysis(begin, static_cast<std::size_t>(end - begin));
             const bool clean = (piece.path & (CAPITAL | NAME | ODD)) == 0;
             if (!clean && !is_kept_by_filters(word, analysis)) continue;
-            if (!visit(analysis)) break;
+            if (notes.taken) notes.add(analysis);
+            if (!visit(analysis)) return true;
         }
+        if (notes.taken) remember(word, last, stop.at, notes);
         return true;
+    }
+
+    /// How many bytes of `text` any path reads, if it's known that none reads all. `word`
+    /// begins it, and was spelt before.
+    std::optional<std::size_t> known_reach(std::string_view word, std::string_view text) {
+        const std::uint64_t known = known_words_.find(word);
+        if (known == WordMap::NOTHING) return std::nullopt;
+        const KnownWord& spelt = *known_word(known);
+        if (spelt.last <= DEAD) return spelt.reach;
+        Stop stop{spelt.last, word.size()};
+        if (read(stop, text, nullptr) != DEAD) return std::nullopt;
+        return stop.at;
     }
 
     // What a path knows of its upper text.
@@ -179,6 +203,8 @@ private:
     static constexpr std::size_t MOST_PATHS = 1 << 10;   // of one node
     static constexpr std::size_t MOST_PLACES = 1 << 21;  // of all nodes
     static constexpr std::size_t LONGEST_PIECE = 128;
+    static constexpr std::size_t MOST_WORDS = 1 << 14;  // slots: half a MiB
+    static constexpr std::size_t BYTES_OF_WORDS = 1 << 15;
     static constexpr std::size_t SHORT = 32;  // bytes that are copied in a few moves
     static constexpr std::size_t LONGEST_TEXT =
         LONGEST_PIECE * (LONGEST_SPELT + 1) + SHORT + 1;
@@ -224,6 +250,58 @@ private:
         }
         return at - piece.size;
     }
+
+    /// What spelling a word gave. Behind it stand the analyses, each with its size in
+    /// front and a NUL behind.
+    struct KnownWord {
+        Node last;
+        std::uint16_t reach, count;
+    };
+    using TextSize = std::uint16_t;
+
+    static const KnownWord* known_word(std::uint64_t value) {
+        return reinterpret_cast<const KnownWord*>(static_cast<std::uintptr_t>(value));
+    }
+
+    template <class Visit>
+    static void recite(const KnownWord& word, Spelt& spelt, Visit visit) {
+        spelt.reach = word.reach;
+        spelt.most = word.count;
+        const char* at = reinterpret_cast<const char*>(&word + 1);
+        for (std::uint16_t i = 0; i < word.count; ++i) {
+            TextSize size = 0;
+            std::memcpy(&size, at, sizeof size);
+            at += sizeof size;
+            if (!visit(std::string_view(at, size))) return;
+            at += size + std::size_t{1};
+        }
+    }
+
+    /// The analyses of a word as they are spelt, for a KnownWord.
+    struct Notes {
+        explicit Notes(bool taken_) : taken(taken_) {}
+
+        void add(std::string_view analysis) {
+            const auto length = static_cast<TextSize>(analysis.size());
+            if (analysis.size() > LONGEST_PIECE ||
+                sizeof text - size < sizeof length + length + 1) {
+                taken = false;
+                return;
+            }
+            std::memcpy(text + size, &length, sizeof length);
+            std::memcpy(text + size + sizeof length, analysis.data(), length + 1u);
+            size += sizeof length + length + 1;
+            ++count;
+        }
+
+        bool taken;
+        std::uint16_t count = 0;
+        std::size_t size = 0;
+        char text[1000];
+    };
+
+    void remember(std::string_view word, Node last, std::size_t reach,
+                  const Notes& notes);
 
     /// The paths that may end in a node.
     struct Ends {
@@ -316,6 +394,7 @@ private:
     std::atomic<const Slots*> slots_{nullptr};
     Node follow_bit_[256] = {};                  // of bytes that the table reads at all
     std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
+    WordMap known_words_{MOST_WORDS};
 
     std::mutex mutex_;  // guards all below
     std::vector<std::unique_ptr<Slots>>
@@ -327,6 +406,8 @@ private:
     std::vector<Node> nodes_;                // by a hash of their places, open addressing
     std::vector<std::unique_ptr<Piece[]>> piece_chunks_;
     std::size_t pieces_left_ = 0;                       // in the last chunk
+    std::vector<std::unique_ptr<char[]>> word_chunks_;  // KnownWords
+    std::size_t words_left_ = 0;                        // bytes in the last chunk
     std::vector<std::unique_ptr<char[]>> text_chunks_;  // for pieces that are no symbol
     std::size_t text_left_ = 0;
     std::unique_ptr<Builder> step_, ends_of_step_;

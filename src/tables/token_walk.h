@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Analisia.h"
@@ -14,13 +15,13 @@ namespace lemara {
 
 struct PackedView;
 class LazyTransducer;
-class WordMemory;
+class WordMap;
 
 /// The packed form of a table, its lower side made deterministic, and what was answered
 /// about its words.
 const PackedView& packed_form(const Taula& table);
 LazyTransducer& lazy_form(const Taula& table);
-WordMemory& word_memory(const Taula& table);
+WordMap& answers_about(const Taula& table);
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then
 /// owns.
@@ -45,6 +46,11 @@ struct TokenAnalyses {
 
 /// Taula::analizatuTokena, with how far the walk came.
 TokenAnalyses analyse_token(const Taula& table, const std::string& token);
+
+/// What `reach` is of the token `text`, if what is known of `word`, with which it begins,
+/// tells that it has no analysis.
+std::optional<std::size_t> known_reach(const Taula& table, std::string_view word,
+                                       std::string_view text);
 
 /// The first record of Taula::analizatuTokena; none if there is no record.
 std::optional<Analisia> first_analysis(const Taula& table, const std::string& token);

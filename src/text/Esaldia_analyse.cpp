@@ -4,6 +4,7 @@
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -58,9 +59,12 @@ public:
         nested_ = nested_ && size <= ADMISSION_LIMIT;
     }
 
+    /// True if every run begins all longer ones.
+    bool nested() const { return nested_; }
+
     /// Changes to the run that ends before `last`. True if it begins all longer ones.
     bool shorten(std::size_t last) {
-        if (last == longest_) return false;
+        if (last == longest_) return nested_;
         if (nested_) {
             text_.resize(ends_[last - first_ - 1]);
             return true;
@@ -127,6 +131,12 @@ lemara::RunAnalyser::RunAnalyser(const Networks& networks,
     }
 }
 
+void lemara::RunAnalyser::limit(const std::string& word, const std::string& text) {
+    if (contains(text, std::string_view("\0", 1))) return;  // tables read up to it
+    for (Asked& network : asked_)
+        network.reach = known_reach(*network.table, word, text).value_or(WHOLE);
+}
+
 bool lemara::RunAnalyser::is_beyond_reach(std::size_t size, int token_count) const {
     if (is_admissible(dictionary_, token_count)) return false;
     return std::all_of(asked_.begin(), asked_.end(), [&](const Asked& network) {
@@ -189,6 +199,10 @@ void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
         Runs runs(tokens, first, last);
         std::string& text = runs.text();
         std::vector<Analisia> analyses;
+        analyser.start();
+        if (runs.nested() && last > first + 1) {
+            analyser.limit(tokens[first].testua, text);
+        }
         for (;; --last) {
             // A run that passes a limit is not the beginning of a longer one.
             const bool is_prefix = runs.shorten(last);

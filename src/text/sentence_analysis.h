@@ -49,6 +49,10 @@ public:
         for (Asked& network : asked_) network.reach = WHOLE;
     }
 
+    /// Every run from here on begins `text`, and has at least the word in front: what is
+    /// known of the word tells which networks read no further.
+    void limit(const std::string& word, const std::string& text);
+
     /// `text` begins every longer run that was asked about since start, unless
     /// `is_prefix` is false; then nothing is known of it.
     std::vector<Analisia> analyse(const std::string& text, int token_count,

@@ -22,6 +22,7 @@ namespace {
 
 using lemara::test::RandomTables;
 using lemara::test::table_from;
+using Strings = std::vector<std::string>;
 
 struct Row {
     std::string label, records, word;
@@ -123,7 +124,7 @@ TEST(LazyTransducer, SpellsWhatTheWalkSpells) {
                 expected.emplace_back(text);
                 return true;
             });
-            for (int time = 1; time <= 3; ++time) {
+            for (int time = 1; time <= 4; ++time) {
                 std::vector<std::string> found;
                 lemara::LazyTransducer::Spelt way;
                 const bool done = lazy.spell(word, way, [&](std::string_view text) {
@@ -152,18 +153,71 @@ TEST(LazyTransducer, SpellsWhatTheWalkSpells) {
     EXPECT_GT(asked, 1000);
 }
 
+TEST(LazyTransducer, KnowsFromAWordHowFarATextIsRead) {
+    long told = 0, told_less = 0, silent = 0, spelt_on = 0;
+    for (unsigned seed = 1; seed <= 800; ++seed) {
+        RandomTables random(seed);
+        const auto table = table_from(random.table());
+        lemara::LazyTransducer& lazy = lemara::lazy_form(*table);
+        const std::vector<std::string> words = words_for(*table, random, 12);
+        for (const std::string& any : words) {
+            const std::string word = any.c_str();
+            for (int time = 1; time <= 3; ++time) {
+                lemara::LazyTransducer::Spelt way;
+                lazy.spell(word, way, [](std::string_view) { return true; });
+            }
+            for (const std::string& rest : words) {
+                const std::string text = word + rest.c_str();
+                const auto reach = lazy.known_reach(word, text);
+                if (!reach) {
+                    ++silent;
+                    continue;
+                }
+                ++told;
+                if (*reach < word.size()) ++told_less;
+                if (*reach > word.size()) ++spelt_on;
+                const std::string lowered =
+                    tolowercase(text).substr(0, lemara::WALK_LIMIT);
+                lemara::PackedAnalysis walk(lemara::packed_form(*table), text, lowered);
+                walk.run(0, [&](std::string_view analysis) {
+                    ADD_FAILURE()
+                        << "seed " << seed << ": " << text << " is " << analysis;
+                    return true;
+                });
+                EXPECT_GE(*reach, walk.reach()) << "seed " << seed << ", text " << text;
+            }
+        }
+    }
+    std::cout << "told " << told << ", of them within the word " << told_less
+              << ", behind it " << spelt_on << "; not told " << silent << '\n';
+    EXPECT_GT(told_less, 1000);
+    EXPECT_GT(spelt_on, 300);
+    EXPECT_GT(told - told_less, 1000);
+    EXPECT_GT(silent, 1000);
+}
+
 TEST(LazyTransducer, StopsWhenItsVisitorHasEnough) {
     const auto table = table_from("0\ta\t1\n1\t<X>:<>\t2\n1\t<Y>:<>\t2\nfinal: 2\n");
     lemara::LazyTransducer& lazy = lemara::lazy_form(*table);
     std::vector<std::string> found;
     lemara::LazyTransducer::Spelt way;
-    for (int time = 1; time <= 2; ++time) {
+    const auto ask = [&](bool go_on) {
         lazy.spell("a", way, [&](std::string_view text) {
             found.emplace_back(text);
-            return false;
+            return go_on;
         });
-    }
-    EXPECT_EQ(found, std::vector<std::string>{"a<X>"});
+    };
+    ask(false);
+    ask(false);
+    EXPECT_EQ(found, Strings{"a<X>"});
+    // What was broken off is not remembered as the whole.
+    found.clear();
+    ask(true);
+    ask(true);
+    EXPECT_EQ(found, (Strings{"a<X>", "a<Y>", "a<X>", "a<Y>"}));
+    found.clear();
+    ask(false);
+    EXPECT_EQ(found, Strings{"a<X>"});
 }
 
 // A table in which each word makes new nodes: any of the last 24 letters decides.
