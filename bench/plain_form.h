@@ -1,6 +1,7 @@
-// The plain form of a table: its graph, walked arc by arc. What bench/compare measures
-// the packed form against, and what judges it. Written as one would write it first: a
-// string that grows and is cut back, a comparison for each arc of a state.
+// The plain form of a table: its graph, walked arc by arc, and records taken apart field
+// by field. What bench/compare measures the packed form against, and what judges it.
+// Written as one would write it first: a string that grows and is cut back, a comparison
+// for each arc of a state, a scan of the analysis for each field.
 #pragma once
 
 #include <algorithm>
@@ -17,6 +18,37 @@
 
 namespace lemara::bench {
 
+/// An analysis with its fields, each by the extractor that says what it is.
+struct PlainRecord {
+    PlainRecord(const std::string& text, const std::string& network)
+        : analisia(text), lema(ateraGoitik(text.c_str(), "L")), hiztegia(network) {
+        static const Analisia any("", "");
+        etiketa = any.ateraEtiketa(text.c_str());
+        twol = any.ateraTWOL(text.c_str());
+        if (lema.size() >= 2 && lema.find('+') != std::string::npos &&
+            etiketa.find("WEB") == std::string::npos) {
+            lema.erase(std::remove(lema.begin(), lema.end(), '+'), lema.end());
+        }
+        tasuna = any.ateraTasuna(text.c_str());
+        iritzia = any.ateraIritzia(text.c_str());
+        sai = ateraGoitik(text.c_str(), "[s=");
+        hobe = ateraGoitik(text.c_str(), "[h=");
+        erabili = ateraGoitik(text.c_str(), "[e=");
+    }
+
+    /// True if it says what the library's own record says.
+    bool is_like(const Analisia& other) const {
+        return analisia == other.analisia && lema == other.lema &&
+               etiketa == other.etiketa && twol == other.twol && sai == other.sai &&
+               hobe == other.hobe && erabili == other.erabili && tasuna == other.tasuna &&
+               iritzia == other.iritzia;
+    }
+
+    std::string analisia, lema, etiketa, twol, hiztegia;
+    std::string sai, hobe, erabili, tasuna, iritzia, forma;
+    int maiuskula = 0;
+};
+
 class PlainForm {
 public:
     explicit PlainForm(const Taula& table) : table_(table) {}
@@ -30,10 +62,12 @@ public:
         step(0, rest_.c_str(), visit);
     }
 
-    std::vector<Analisia> records(const std::string& token) {
-        std::vector<Analisia> result;
+    /// All records of a token. Record: PlainRecord, or the library's own.
+    template <class Record = PlainRecord>
+    std::vector<Record> records(const std::string& token) {
+        std::vector<Record> result;
         analyse(token, [&](const std::string& text) {
-            Analisia record(text, table_.hiztegia);
+            Record record(text, table_.hiztegia);
             const std::string start = token.substr(0, record.lema.size());
             if (!start.empty() && (start == record.hobe || start == record.erabili))
                 return;

@@ -44,21 +44,45 @@ std::string utf8(const std::string& text) {
     return result;
 }
 
-std::size_t size_of(const std::vector<Analisia>& records, std::string* text) {
+/// How many records there are; as text all that they say.
+template <class Record>
+std::size_t size_of(const std::vector<Record>& records, std::string* text) {
     if (text != nullptr) {
         Strings all;
-        for (const Analisia& record : records)
-            all.push_back(utf8(record.analisia + ' ' + record.forma));
+        for (const Record& record : records) {
+            std::string fields = record.analisia;
+            for (const std::string* field :
+                 {&record.lema, &record.etiketa, &record.twol, &record.sai, &record.hobe,
+                  &record.erabili, &record.tasuna, &record.iritzia, &record.forma}) {
+                fields += ' ' + *field;
+            }
+            all.push_back(utf8(fields));
+        }
         *text = peer::line_of(all);
     }
     return records.size();
+}
+
+using lemara::bench::PlainRecord;
+
+/// All forms of a target by the graph, as records.
+template <class Record>
+std::vector<Record> plain_forms(PlainForm& form, const std::string& target,
+                                bool stop_at_tag, const std::string& network) {
+    std::vector<Record> found;
+    form.generate(target, stop_at_tag, [&](const std::string& upper, std::string lower) {
+        aldatuMaiuskulakLow(upper.c_str(), lower.data());
+        found.emplace_back(upper, network);
+        found.back().forma = lower;
+    });
+    return found;
 }
 
 /// Yes or no by the graph: all analyses of all networks, as records.
 bool plain_valid(std::map<std::string, PlainForm>& forms, const std::string& word) {
     for (auto& [key, form] : forms) {
         if (key == "hp") continue;
-        for (const Analisia& record : form.records(word)) {
+        for (const PlainRecord& record : form.records(word)) {
             if (record.etiketa.find("MAT") == std::string::npos) return true;
         }
     }
@@ -68,6 +92,8 @@ bool plain_valid(std::map<std::string, PlainForm>& forms, const std::string& wor
 Strings plain_proposals(std::map<std::string, PlainForm>& forms,
                         const std::string& word) {
     Strings result;
+    // No word of the comparison begins with a percent sign, so none has a candidate with
+    // a blank in it.
     const auto take = [&](const Strings& candidates, std::size_t limit) {
         for (const std::string& candidate : candidates) {
             if (result.size() < limit && plain_valid(forms, candidate))
@@ -136,8 +162,9 @@ int main(int argc, char** argv) {
         return peer::line_of(std::move(found));
     };
 
-    if (task == "strings" || task == "walk_strings") {
+    if (task == "strings" || task == "step_strings" || task == "walk_strings") {
         const bool walk_alone = task == "walk_strings";
+        const bool anew = task == "step_strings";
         const lemara::PackedView& view = lemara::packed_form(table);
         return measure([&](const std::string& word, std::string* answer) {
             std::size_t sum = 0;
@@ -148,7 +175,9 @@ int main(int argc, char** argv) {
                 if (answer != nullptr) found.emplace_back(analysis);
                 return true;
             };
-            if (walk_alone || !lemara::lazy_form(table).spell(word, way, take)) {
+            lemara::LazyTransducer& lazy = lemara::lazy_form(table);
+            if (walk_alone || !(anew ? lazy.spell_anew(word, way, take)
+                                     : lazy.spell(word, way, take))) {
                 const std::string lowered = tolowercase(word);
                 lemara::PackedAnalysis walk(view, word, lowered);
                 walk.run(0, take);
@@ -175,10 +204,14 @@ int main(int argc, char** argv) {
             return size_of(table.analizatuTokena(word), answer);
         });
     }
-    if (task == "plain_records") {
+    // Of the plain tasks with "_ours" behind them the records are the library's own.
+    const bool ours = task.size() > 5 && task.compare(task.size() - 5, 5, "_ours") == 0;
+    const std::string plain_task = ours ? task.substr(0, task.size() - 5) : task;
+    if (plain_task == "plain_records") {
         PlainForm& form = forms.at("eumorfo");
         return measure([&](const std::string& word, std::string* answer) {
-            return size_of(form.records(word), answer);
+            return ours ? size_of(form.records<Analisia>(word), answer)
+                        : size_of(form.records(word), answer);
         });
     }
     const auto yes_or_no = [&](bool valid, std::string* answer) {
@@ -226,17 +259,15 @@ int main(int argc, char** argv) {
                            answer);
         });
     }
-    if (task == "plain_paradigms" || task == "plain_beginnings") {
+    if (plain_task == "plain_paradigms" || plain_task == "plain_beginnings") {
         PlainForm& form = forms.at("eumorfo");
-        const bool stop = task == "plain_beginnings";
-        return measure([&](const std::string& word, std::string* answer) {
-            std::vector<Analisia> found;
-            form.generate(word, stop, [&](const std::string& upper, std::string lower) {
-                aldatuMaiuskulakLow(upper.c_str(), lower.data());
-                found.emplace_back(upper, table.hiztegia);
-                found.back().forma = lower;
-            });
-            return size_of(found, answer);
+        const bool stop = plain_task == "plain_beginnings";
+        const std::string& network = table.hiztegia;
+        return measure([&, stop](const std::string& word, std::string* answer) {
+            return ours
+                       ? size_of(plain_forms<Analisia>(form, word, stop, network), answer)
+                       : size_of(plain_forms<PlainRecord>(form, word, stop, network),
+                                 answer);
         });
     }
     if (task == "expand") {

@@ -118,6 +118,12 @@ public:
             recite(*known_word(known), spelt, visit);
             return true;
         }
+        return spell_anew(word, spelt, visit);
+    }
+
+    /// The same for a word that is not remembered. Remembers it.
+    template <class Visit>
+    bool spell_anew(std::string_view word, Spelt& spelt, Visit visit) {
         if (word.size() > LONGEST_SPELT) return false;
         const Piece* ways[LONGEST_SPELT];
         Stop stop{start(), 0};

@@ -133,6 +133,14 @@ TEST(LazyTransducer, SpellsWhatTheWalkSpells) {
                     return true;
                 });
                 EXPECT_TRUE(done || found.empty());
+                std::vector<std::string> anew;
+                lemara::LazyTransducer::Spelt way_anew;
+                if (lazy.spell_anew(word, way_anew, [&](std::string_view text) {
+                        anew.emplace_back(text);
+                        return true;
+                    })) {
+                    EXPECT_EQ(anew, expected) << "not from memory";
+                }
                 if (!done) {
                     ++asked;
                     continue;
