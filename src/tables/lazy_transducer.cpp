@@ -85,10 +85,10 @@ const PackedArc& arc_at(const PackedView& table, std::uint32_t place) {
     return *reinterpret_cast<const PackedArc*>(table.states + 4 * std::size_t{place});
 }
 
-std::uint64_t hash_of(const std::vector<std::uint64_t>& places) {
-    std::uint64_t hash = places.size();
-    for (const std::uint64_t place : places) {
-        hash = (hash ^ place) * 0x9E3779B97F4A7C15u;
+std::uint64_t hash_of(const std::uint64_t* places, std::size_t count) {
+    std::uint64_t hash = count;
+    for (std::size_t i = 0; i < count; ++i) {
+        hash = (hash ^ places[i]) * 0x9E3779B97F4A7C15u;
         hash ^= hash >> 29;
     }
     return hash;
@@ -256,11 +256,9 @@ public:
 private:
     template <class Visit>
     void for_each_place(Node node, Visit visit) {
-        const auto number = static_cast<std::size_t>(node & NUMBER);
-        const std::size_t begin = owner_.places_begin_[number];
-        const std::size_t count = owner_.places_begin_[number + 1] - begin;
-        for (from_ = 0; from_ < count && !failed; ++from_)
-            visit(owner_.places_[begin + from_]);
+        const NodeParts& parts = owner_.parts_of(node);
+        for (from_ = 0; from_ < parts.place_count && !failed; ++from_)
+            visit(parts.places[from_]);
     }
 
     /// Goes on from a state: over arcs that read the byte, and over empty ones to further
@@ -380,8 +378,8 @@ void LazyTransducer::prepare() {
     }
     step_ = std::make_unique<Builder>(*this);
     ends_of_step_ = std::make_unique<Builder>(*this);
-    ends_.resize(MOST_NODES / NODES_OF_CHUNK);
-    places_begin_.assign(DEAD + 2, 0);  // nodes 0 and 1 have none
+    parts_.resize(MOST_NODES / NODES_OF_CHUNK);
+    asked_.reset(new std::atomic<std::uint8_t>[std::size_t{1} << ASKED_BITS]());
     nodes_.assign(1 << 8, UNKNOWN);
     grow(FIRST_SLOTS);
 }
@@ -411,7 +409,7 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
     for (; stop.at < text.size(); ++stop.at) {
         const std::uint8_t byte = lowered(static_cast<std::uint8_t>(text[stop.at]));
         Step taken = step(*slots, stop.node, byte);
-        if ((taken.next & NUMBER) == 0) {
+        if (taken.next == UNKNOWN) {
             taken = ask_again(stop.node, byte, ways != nullptr, insist);
             slots = slots_.load(std::memory_order_acquire);
         }
@@ -422,23 +420,30 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
     return stop.node;
 }
 
+/// True if a step is worth making. An answer is remembered, so other words ask for it:
+/// where many come by. Who spells asks for the same words again. Counts, and forgets what
+/// another step of the same hash counted.
+bool LazyTransducer::is_asked_enough(Node node, std::uint8_t byte, bool spells) {
+    const std::uint64_t hash = key_of(node, byte) * 0x9E3779B97F4A7C15u;
+    std::atomic<std::uint8_t>& count = asked_[hash >> (64 - ASKED_BITS)];
+    const auto mark = static_cast<std::uint8_t>(hash >> 32 & ASKED_MARK);
+    const std::uint8_t old = count.load(std::memory_order_relaxed);
+    const int before = (old & ASKED_MARK) == mark ? old & ~ASKED_MARK : 0;
+    if (before + 1 >= (spells ? 2 : 4)) return true;
+    count.store(static_cast<std::uint8_t>(mark | (before + 1)),
+                std::memory_order_relaxed);
+    return false;
+}
+
 /// A step that `read` did not find. Nobody waits here: while another thread makes steps,
 /// the walk is asked.
 LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, bool spells,
                                                bool& insist) {
+    if (!insist && !is_asked_enough(node, byte, spells)) return {TOO_MANY, nullptr};
     const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
     if (!lock || !has_room()) return {TOO_MANY, nullptr};
     const Step known = step(*all_slots_.back(), node, byte);
-    if ((known.next & NUMBER) != 0) return known;
-    if (!insist) {
-        // An answer is remembered, so other words ask for it: step by step, and where
-        // many come by. Who spells asks for the same words again.
-        const Node asked = known.next + ASKED;
-        if (asked < (spells ? 2 : 4) * ASKED) {
-            set(node, byte, {asked, nullptr});
-            return {TOO_MANY, nullptr};
-        }
-    }
+    if (known.next != UNKNOWN) return known;
     insist = spells;  // then the rest of this word too
     return build(node, byte);
 }
@@ -454,15 +459,12 @@ LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
 Answer LazyTransducer::finish(Node node, std::string_view rest, bool small) {
     char lower[LONGEST_SPELT];
     if (rest.size() > sizeof lower) return Answer::ask_the_walk;
-    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
-    if (!lock) return Answer::ask_the_walk;
     std::transform(rest.begin(), rest.end(), lower, [](char c) {
         return static_cast<char>(lowered(static_cast<std::uint8_t>(c)));
     });
-    const auto number = static_cast<std::size_t>(node & NUMBER);
-    const std::size_t begin = places_begin_[number];
+    const NodeParts& parts = parts_of(node);
     return Finisher(*this, {lower, rest.size()}, small)
-        .run(places_.data() + begin, places_begin_[number + 1] - begin);
+        .run(parts.places, parts.place_count);
 }
 
 LazyTransducer::Step LazyTransducer::build(Node node, std::uint8_t byte) {
@@ -478,25 +480,24 @@ LazyTransducer::Step LazyTransducer::build(Node node, std::uint8_t byte) {
 LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
     if (built.places.empty()) return DEAD;
     const std::size_t mask = nodes_.size() - 1;
-    std::size_t slot = hash_of(built.places) & mask;
+    std::size_t slot = hash_of(built.places.data(), built.places.size()) & mask;
     for (; nodes_[slot] != UNKNOWN; slot = (slot + 1) & mask) {
-        const auto number = static_cast<std::size_t>(nodes_[slot] & NUMBER);
-        const auto begin =
-            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]);
-        const auto end =
-            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]);
-        if (std::equal(begin, end, built.places.begin(), built.places.end()))
+        const NodeParts& parts = parts_of(nodes_[slot]);
+        if (std::equal(parts.places, parts.places + parts.place_count,
+                       built.places.begin(), built.places.end())) {
             return nodes_[slot];
+        }
     }
-    const std::size_t number = places_begin_.size() - 1;
-    if (number >= MOST_NODES || places_.size() + built.places.size() > MOST_PLACES)
-        return TOO_MANY;
+    if (node_count_ >= MOST_NODES) return TOO_MANY;
     Builder& ends = *ends_of_step_;
     ends.ends_of(built.places);
     const Piece* kept = ends.failed ? nullptr : keep(ends.pieces);
     if (ends.failed || (kept == nullptr && !ends.pieces.empty())) return TOO_MANY;
 
-    auto node = static_cast<Node>(number);
+    const Place* places = keep(built.places);
+    if (places == nullptr) return TOO_MANY;
+    const auto number = static_cast<std::size_t>(node_count_);
+    Node node = node_count_++;
     for (int bit = 0; bit < PackedView::CLASS_OF_END; ++bit) {
         if ((built.follows >> bit & 1) != 0)
             node |= 1 << (FOLLOWS_AT + bit % FOLLOW_CLASSES);
@@ -506,12 +507,11 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
                 : (piece.path & (CAPITAL | NAME)) != 0 ? ENDS_AS_NAME
                                                        : ENDS_CLEAN;
     }
-    std::unique_ptr<Ends[]>& chunk = ends_[number / NODES_OF_CHUNK];
-    if (chunk == nullptr) chunk.reset(new Ends[NODES_OF_CHUNK]);
-    chunk[number % NODES_OF_CHUNK] = {kept,
-                                      static_cast<std::uint32_t>(ends.pieces.size())};
-    places_.insert(places_.end(), built.places.begin(), built.places.end());
-    places_begin_.push_back(places_.size());
+    std::unique_ptr<NodeParts[]>& chunk = parts_[number / NODES_OF_CHUNK];
+    if (chunk == nullptr) chunk.reset(new NodeParts[NODES_OF_CHUNK]);
+    chunk[number % NODES_OF_CHUNK] = {kept, places,
+                                      static_cast<std::uint32_t>(ends.pieces.size()),
+                                      static_cast<std::uint32_t>(built.places.size())};
     nodes_[slot] = node;
     if (2 * number > nodes_.size()) widen_nodes();
     return node;
@@ -519,14 +519,10 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
 
 void LazyTransducer::widen_nodes() {
     std::vector<Node> wider(2 * nodes_.size(), UNKNOWN);
-    std::vector<Place> places;
     for (const Node node : nodes_) {
         if (node == UNKNOWN) continue;
-        const auto number = static_cast<std::size_t>(node & NUMBER);
-        places.assign(
-            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number]),
-            places_.begin() + static_cast<std::ptrdiff_t>(places_begin_[number + 1]));
-        std::size_t slot = hash_of(places) & (wider.size() - 1);
+        const NodeParts& parts = parts_of(node);
+        std::size_t slot = hash_of(parts.places, parts.place_count) & (wider.size() - 1);
         while (wider[slot] != UNKNOWN) slot = (slot + 1) & (wider.size() - 1);
         wider[slot] = node;
     }
@@ -606,6 +602,18 @@ const LazyTransducer::Piece* LazyTransducer::keep(const std::vector<Piece>& piec
     Piece* copy = piece_chunks_.back().get() + (PIECES_OF_CHUNK - pieces_left_);
     std::copy(pieces.begin(), pieces.end(), copy);
     pieces_left_ -= pieces.size();
+    return copy;
+}
+
+const LazyTransducer::Place* LazyTransducer::keep(const std::vector<Place>& places) {
+    if (places_left_ < places.size()) {
+        if (place_chunks_.size() == MOST_PLACE_CHUNKS) return nullptr;
+        place_chunks_.emplace_back(new Place[PLACES_OF_CHUNK]);
+        places_left_ = PLACES_OF_CHUNK;
+    }
+    Place* copy = place_chunks_.back().get() + (PLACES_OF_CHUNK - places_left_);
+    std::copy(places.begin(), places.end(), copy);
+    places_left_ -= places.size();
     return copy;
 }
 

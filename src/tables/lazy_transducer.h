@@ -136,13 +136,13 @@ public:
             return true;
         }
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
-        const Ends& ends = ends_of(last);
-        spelt.most = ends.count;
+        const NodeParts& parts = parts_of(last);
+        spelt.most = parts.end_count;
         char text[LONGEST_TEXT];
         char* const end = text + LONGEST_TEXT - 1;
         *end = '\0';
-        for (std::uint32_t i = 0; i < ends.count; ++i) {
-            const Piece& piece = ends.pieces[i];
+        for (std::uint32_t i = 0; i < parts.end_count; ++i) {
+            const Piece& piece = parts.ends[i];
             // A capitalised entry is no analysis of a word in small letters.
             if (small && (piece.path & CAPITAL) != 0) continue;
             char* begin = write_before(end, piece);
@@ -195,9 +195,11 @@ private:
     static constexpr int FOLLOWS_AT = 21;
     static constexpr int FOLLOW_CLASSES = 10;
 
-    // Not asked for yet, and what each asking adds.
-    static constexpr Node UNKNOWN = 0;
-    static constexpr Node ASKED = ENDS_CLEAN;  // of node 0, which is none
+    static constexpr Node UNKNOWN = 0;  // not made yet
+
+    static constexpr int ASKED_BITS = 14;
+    static constexpr std::uint8_t ASKED_MARK =
+        0xFC;  // bits of the hash; below, how often
 
     static constexpr std::size_t FIRST_SLOTS = std::size_t{1} << 10;
     static constexpr std::size_t MOST_SLOTS = std::size_t{1} << 20;
@@ -205,9 +207,10 @@ private:
     static constexpr std::size_t NODES_OF_CHUNK = 1 << 10;
     static constexpr std::size_t PIECES_OF_CHUNK = 1 << 12;
     static constexpr std::size_t BYTES_OF_CHUNK = 1 << 14;
-    static constexpr std::size_t MOST_CHUNKS = 1 << 8;   // of pieces: a million
-    static constexpr std::size_t MOST_PATHS = 1 << 10;   // of one node
-    static constexpr std::size_t MOST_PLACES = 1 << 21;  // of all nodes
+    static constexpr std::size_t MOST_CHUNKS = 1 << 8;  // of pieces: a million
+    static constexpr std::size_t MOST_PATHS = 1 << 10;  // of one node
+    static constexpr std::size_t PLACES_OF_CHUNK = 1 << 12;
+    static constexpr std::size_t MOST_PLACE_CHUNKS = 1 << 9;  // two million places
     static constexpr std::size_t LONGEST_PIECE = 128;
     static constexpr std::size_t MOST_WORDS = 1 << 14;  // slots: half a MiB
     static constexpr std::size_t BYTES_OF_WORDS = 1 << 15;
@@ -309,10 +312,14 @@ private:
     void remember(std::string_view word, Node last, std::size_t reach,
                   const Notes& notes);
 
-    /// The paths that may end in a node.
-    struct Ends {
-        const Piece* pieces;
-        std::uint32_t count;
+    /// A place that a path has arrived at, and what is known of the path.
+    using Place = std::uint64_t;
+
+    /// The paths of a node: where they are, and those that may end there.
+    struct NodeParts {
+        const Piece* ends;
+        const Place* places;
+        std::uint32_t end_count, place_count;
     };
 
     /// A step to another node.
@@ -354,9 +361,9 @@ private:
         return static_cast<std::uint32_t>(node & NUMBER) << 8 | byte;
     }
 
-    const Ends& ends_of(Node node) const {
+    const NodeParts& parts_of(Node node) const {
         const auto number = static_cast<std::size_t>(node & NUMBER);
-        return ends_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
+        return parts_[number / NODES_OF_CHUNK][number % NODES_OF_CHUNK];
     }
 
     Step step(const Slots& slots, Node node, std::uint8_t byte) const {
@@ -375,15 +382,13 @@ private:
     /// or not at all. `ways`, if not null, takes the way back of each step.
     Node read(Stop& stop, std::string_view text, const Piece** ways);
 
-    /// A place that a path has arrived at, and what is known of the path.
-    using Place = std::uint64_t;
-
     class Builder;
     class Finisher;
 
     Node make_start();
     Node make_next(Node node, std::uint8_t byte);
     Answer finish(Node node, std::string_view rest, bool small);
+    bool is_asked_enough(Node node, std::uint8_t byte, bool spells);
     Step ask_again(Node node, std::uint8_t byte, bool spells, bool& insist);
     Step build(Node node, std::uint8_t byte);
     Node node_of(const Builder& built);
@@ -392,14 +397,18 @@ private:
     bool has_room();
     void grow(std::size_t size);
     const Piece* keep(const std::vector<Piece>& pieces);
+    const Place* keep(const std::vector<Place>& places);
     const char* end_of(std::string_view first, std::string_view second);
     void prepare();
 
     const PackedView& table_;
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
-    Node follow_bit_[256] = {};                  // of bytes that the table reads at all
-    std::vector<std::unique_ptr<Ends[]>> ends_;  // by node, in chunks; never grows
+    Node follow_bit_[256] = {};  // of bytes that the table reads at all
+    // By node, in chunks; never grows.
+    std::vector<std::unique_ptr<NodeParts[]>> parts_;
+    // Steps that were asked for in vain, by hash: some bits of the hash, and how often.
+    std::unique_ptr<std::atomic<std::uint8_t>[]> asked_;
     WordMap known_words_{MOST_WORDS};
 
     std::mutex mutex_;  // guards all below
@@ -407,9 +416,10 @@ private:
         all_slots_;  // the last is in use; readers may be in others
     std::size_t slots_used_ = 0;
     std::vector<std::uint8_t> label_traits_;
-    std::vector<Place> places_;              // of all nodes, one after the other
-    std::vector<std::size_t> places_begin_;  // by node
-    std::vector<Node> nodes_;                // by a hash of their places, open addressing
+    Node node_count_ = DEAD + 1;
+    std::vector<std::unique_ptr<Place[]>> place_chunks_;
+    std::size_t places_left_ = 0;  // in the last chunk
+    std::vector<Node> nodes_;      // by a hash of their places, open addressing
     std::vector<std::unique_ptr<Piece[]>> piece_chunks_;
     std::size_t pieces_left_ = 0;                       // in the last chunk
     std::vector<std::unique_ptr<char[]>> word_chunks_;  // KnownWords
