@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tables/forms.h"
+#include "tables/image.h"
 #include "tables/inside.h"
 #include "tables/token_walk.h"
 
@@ -73,6 +74,7 @@ lemara::Graph lemara::graph_of(const Taula& table) {
         return graph;
     }
     graph.owned = true;
+    if (!defect_of_graph(*view).empty()) return graph;
     std::vector<StateRef> places;  // of the states, by number
     StateRef ref = 0;
     for (std::uint32_t i = 0; i < view->state_count; ++i, ref = view->behind(ref)) {

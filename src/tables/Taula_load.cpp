@@ -17,7 +17,6 @@
 #include "Taula.h"
 #include "analysis/messages.h"
 #include "analysis/text_pieces.h"
-#include "lemara/compiled_table.h"
 #include "tables/forms.h"
 #include "tables/image.h"
 #include "tables/inside.h"
@@ -208,13 +207,9 @@ std::string crypt_decode(const std::string& text) { return with_key_stream(text)
 /// Loads the file if it is a compiled table; false if it is something else. A damaged
 /// image brings nothing.
 bool Taula::load_image() {
-    char start[8];
-    const File file(std::fopen(fitxategia.c_str(), "rb"));
-    if (!file) return false;
-    const std::size_t size = std::fread(start, 1, sizeof start, file.get());
-    if (!lemara::is_compiled_table({start, size})) return false;
-    auto image = lemara::Image::open(fitxategia);
-    if (image == nullptr) return true;
+    bool compiled = false;
+    auto image = lemara::Image::open(fitxategia, compiled);
+    if (image == nullptr) return compiled;
     if (lemara::packed_form(*this).state_count == 0) {
         formak->use(std::move(image));
         return true;

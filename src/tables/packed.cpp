@@ -27,6 +27,7 @@ public:
             }
         }
         begin_.push_back(static_cast<std::uint32_t>(target_.size()));
+        fill_labels();
         choose_classes();
         find_masks();
         place_states();
@@ -146,6 +147,13 @@ private:
             symbol_places_.emplace(symbol, static_cast<std::uint32_t>(pool_.size()));
         if (found.second) pool_ += symbol;
         return found.first->second;
+    }
+
+    /// Any number that an arc may hold is one of a label once it's cut to its bits.
+    void fill_labels() {
+        std::size_t count = 1;
+        while (count < labels_.size()) count *= 2;
+        labels_.resize(count, PackedLabel{});
     }
 
     /// The commonest bytes get a mask bit of their own, the rest share.
@@ -289,6 +297,7 @@ PackedView PackedLayout::view(const char* block) const {
     view.state_count = state_count;
     view.arc_count = arc_count;
     view.label_count = label_count;
+    view.label_mask = label_count - 1;
     view.pool_size = pool_size;
     view.states_size = states_size;
     view.cycles = cycles;
