@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <new>
 #include <vector>
 
 #include "Zubia.h"
@@ -23,6 +25,12 @@ public:
 
     /// Frees the vector, not the arcs.
     virtual ~Egoera();
+
+    /// As those of an arc.
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* place) noexcept;
 
     /// Appends an arc and takes it over.
     void addZubia(Zubia * zubia);

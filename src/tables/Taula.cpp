@@ -31,7 +31,7 @@ lemara::LazyTransducer& lemara::lazy_form(const Taula& table) {
 
 namespace {
 
-/// A state as it was in the graph that an image was compiled from.
+/// A state as it was in the graph that a table was packed from.
 std::unique_ptr<Egoera> unfolded(const lemara::PackedView& view,
                                  const std::vector<lemara::StateRef>& places,
                                  lemara::StateRef ref) {
@@ -68,7 +68,7 @@ lemara::Graph::~Graph() {
 
 lemara::Graph lemara::graph_of(const Taula& table) {
     Graph graph;
-    const PackedView* view = TableInside::forms(table).image_view(table.egoerak);
+    const PackedView* view = TableInside::forms(table).folded_view(table.egoerak);
     if (view == nullptr) {
         graph.states = table.egoerak;
         return graph;
@@ -86,14 +86,14 @@ lemara::Graph lemara::graph_of(const Taula& table) {
     return graph;
 }
 
-/// Puts the graph of a compiled table into `egoerak`, before an operation changes it.
+/// Puts the graph of a folded table into `egoerak`, before an operation changes it.
 void Taula::unfold() {
-    if (formak->image_view(egoerak) == nullptr) return;
+    if (formak->folded_view(egoerak) == nullptr) return;
     lemara::Graph graph = lemara::graph_of(*this);
     graph.owned = false;
     egoerak.swap(graph.states);
     lemara::note_graph_change();
-    lemara::packed_form(*this);  // in place of the image, which must not come back
+    lemara::packed_form(*this);  // in place of the other, which must not come back
 }
 
 Taula::Taula() : formak(std::make_unique<lemara::TableForms>()) {}

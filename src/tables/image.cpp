@@ -13,6 +13,7 @@
 
 #include "Taula.h"
 #include "lemara/compiled_table.h"
+#include "tables/text_records.h"
 #include "tables/token_walk.h"
 
 namespace lemara {
@@ -387,6 +388,11 @@ void Image::map(int file, std::size_t size) {
     if (at == MAP_FAILED) return;
     mapped_ = static_cast<const char*>(at);
     mapped_size_ = size;
+}
+
+std::string compile_table_text(std::string_view text) {
+    const std::size_t states = trusted_states(states_of_file(text), text.size());
+    return image_of(PackedTable(arcs_of_file(text, states)));
 }
 
 std::unique_ptr<Image> Image::open(const std::string& path, bool& compiled) {

@@ -10,34 +10,59 @@
 
 #include "Egoera.h"
 #include "analysis/text_pieces.h"
+#include "tables/text_records.h"
 
 namespace lemara {
 namespace {
 
-/// Arcs, labels and symbols of a graph while it is being packed.
+/// Arcs, labels and symbols of a table while it is being packed.
 class Packer {
 public:
-    explicit Packer(const std::vector<Egoera*>& states) : states_(states) {
-        begin_.reserve(states.size() + 1);
+    explicit Packer(const std::vector<Egoera*>& states) : state_count_(states.size()) {
+        const auto leads_nowhere = [&](const Zubia& arc) {
+            return arc.hurrengo_egoera >= 0 &&
+                   (!exists(arc.hurrengo_egoera) ||
+                    states[static_cast<std::size_t>(arc.hurrengo_egoera)] == nullptr);
+        };
+        begin_.reserve(state_count_ + 1);
         for (const Egoera* state : states) {
             begin_.push_back(static_cast<std::uint32_t>(target_.size()));
             if (state == nullptr) continue;
             for (const Zubia* arc : state->zubiak) {
-                if (arc != nullptr) add(*arc);
+                if (arc == nullptr || leads_nowhere(*arc)) continue;
+                add(arc->hurrengo_egoera,
+                    label_for(arc->goiko_ikurra, arc->beheko_ikurra));
             }
         }
         begin_.push_back(static_cast<std::uint32_t>(target_.size()));
-        fill_labels();
-        choose_classes();
-        find_masks();
-        place_states();
-        if (has_cycle(true)) cycles_ |= EMPTY_CYCLES;
-        if (has_cycle(false)) cycles_ |= ANY_CYCLES;
+        finish();
+    }
+
+    /// Labels are numbered as they come in the order of the states, as those of a graph.
+    explicit Packer(const ArcsByState& arcs) : state_count_(arcs.state_count()) {
+        constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
+        std::vector<std::uint32_t> label_of_pair(arcs.symbols.size(), NONE);
+        reserve(arcs.targets.size());
+        for (std::size_t state = 0; state < state_count_; ++state) {
+            begin_.push_back(static_cast<std::uint32_t>(target_.size()));
+            for (std::uint32_t i = arcs.begin[state]; i < arcs.begin[state + 1]; ++i) {
+                const std::int32_t target = arcs.targets[i];
+                if (target >= 0 && !exists(target)) continue;
+                std::uint32_t& label = label_of_pair[arcs.pairs[i]];
+                if (label == NONE) {
+                    const SymbolPair& symbols = arcs.symbols[arcs.pairs[i]];
+                    label = label_for(symbols.upper, symbols.lower);
+                }
+                add(target, label);
+            }
+        }
+        begin_.push_back(static_cast<std::uint32_t>(target_.size()));
+        finish();
     }
 
     PackedLayout layout() const {
         PackedLayout layout;
-        layout.state_count = static_cast<std::uint32_t>(states_.size());
+        layout.state_count = static_cast<std::uint32_t>(state_count_);
         layout.arc_count = static_cast<std::uint32_t>(target_.size());
         layout.label_count = static_cast<std::uint32_t>(labels_.size());
         layout.pool_size = static_cast<std::uint32_t>(pool_.size());
@@ -54,7 +79,7 @@ public:
         put(block + at.pool_at(), pool_.data(), pool_.size());
         std::vector<std::uint32_t> wide(static_cast<std::size_t>(at.wide_label_count()));
         char* states = block + PackedLayout::STATES_AT;
-        for (std::size_t state = 0; state < states_.size(); ++state) {
+        for (std::size_t state = 0; state < state_count_; ++state) {
             write_state(states, state, wide);
         }
         put(block + at.wide_labels_at(), wide.data(), wide.size());
@@ -73,8 +98,8 @@ private:
 
     /// Where each block stands, in units of 4 bytes.
     void place_states() {
-        place_.reserve(states_.size());
-        for (std::size_t state = 0; state < states_.size(); ++state) {
+        place_.reserve(state_count_);
+        for (std::size_t state = 0; state < state_count_; ++state) {
             place_.push_back(static_cast<StateRef>(size_));
             const std::size_t count = begin_[state + 1] - begin_[state];
             size_ += head_of(count) + 2 * count;
@@ -111,20 +136,33 @@ private:
         }
     }
 
-    void add(const Zubia& arc) {
-        const std::string& lower = arc.beheko_ikurra;
-        const int target = arc.hurrengo_egoera;
-        const bool dangling =
-            target >= 0 && (static_cast<std::size_t>(target) >= states_.size() ||
-                            states_[static_cast<std::size_t>(target)] == nullptr);
-        if (dangling) return;
-        target_.push_back(target);
-        label_.push_back(label_for(arc.goiko_ikurra, lower));
-        first_.push_back(lower.empty() ? std::uint8_t{0}
-                                       : static_cast<std::uint8_t>(lower[0]));
+    bool exists(std::int32_t state) const {
+        return state >= 0 && static_cast<std::size_t>(state) < state_count_;
     }
 
-    std::uint32_t label_for(const std::string& upper, const std::string& lower) {
+    void reserve(std::size_t arcs) {
+        begin_.reserve(state_count_ + 1);
+        target_.reserve(arcs);
+        label_.reserve(arcs);
+        first_.reserve(arcs);
+    }
+
+    void add(std::int32_t target, std::uint32_t label) {
+        target_.push_back(target);
+        label_.push_back(label);
+        first_.push_back(first_of_label_[label]);
+    }
+
+    void finish() {
+        fill_labels();
+        choose_classes();
+        find_masks();
+        place_states();
+        if (has_cycle(true)) cycles_ |= EMPTY_CYCLES;
+        if (has_cycle(false)) cycles_ |= ANY_CYCLES;
+    }
+
+    std::uint32_t label_for(std::string_view upper, std::string_view lower) {
         // The size tells where the upper symbol ends, whatever bytes the two hold.
         const auto size = static_cast<std::uint32_t>(upper.size());
         key_.assign(reinterpret_cast<const char*>(&size), sizeof size);
@@ -138,11 +176,13 @@ private:
             label.upper_at = symbol_at(upper);
             label.lower_at = symbol_at(lower);
             labels_.push_back(label);
+            first_of_label_.push_back(
+                lower.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(lower[0]));
         }
         return found.first->second;
     }
 
-    std::uint32_t symbol_at(const std::string& symbol) {
+    std::uint32_t symbol_at(std::string_view symbol) {
         const auto found =
             symbol_places_.emplace(symbol, static_cast<std::uint32_t>(pool_.size()));
         if (found.second) pool_ += symbol;
@@ -178,7 +218,7 @@ private:
     /// cycles of empty arcs do no harm; states are visited from the back, since targets
     /// tend to have the higher numbers.
     void find_masks() {
-        mask_.assign(states_.size(), 0);
+        mask_.assign(state_count_, 0);
         // The empty arcs by target, as lists: the first one of a state, and the next of
         // each.
         constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
@@ -186,9 +226,9 @@ private:
             std::uint32_t source, next;
         };
         std::vector<EmptyArc> empty_arcs;
-        std::vector<std::uint32_t> into(states_.size(), NONE);
+        std::vector<std::uint32_t> into(state_count_, NONE);
         std::vector<std::uint32_t> open;
-        for (std::uint32_t state = 0; state < states_.size(); ++state) {
+        for (std::uint32_t state = 0; state < state_count_; ++state) {
             for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
                 if (labels_[label_[arc]].lower_size != 0) {
                     mask_[state] |=
@@ -225,7 +265,7 @@ private:
                    (!empty_alone || labels_[label_[arc]].lower_size == 0);
         };
         if (target_.empty()) return false;
-        std::vector<std::uint32_t> entries(states_.size(), 0);
+        std::vector<std::uint32_t> entries(state_count_, 0);
         for (std::uint32_t arc = 0; arc < target_.size(); ++arc) {
             if (counts(arc)) ++entries[static_cast<std::size_t>(target_[arc])];
         }
@@ -247,14 +287,14 @@ private:
         return taken < entries.size();
     }
 
-    const std::vector<Egoera*>& states_;
+    std::size_t state_count_;
     std::uint32_t cycles_ = 0;
     std::vector<std::uint32_t> begin_, label_;
     std::vector<std::uint16_t> mask_;  // by state: what can follow in it
     std::vector<std::int32_t> target_;
     std::vector<StateRef> place_;  // by state
     std::size_t size_ = 0;         // of all blocks, in units of 4 bytes
-    std::vector<std::uint8_t> first_;
+    std::vector<std::uint8_t> first_, first_of_label_;
     std::vector<PackedLabel> labels_;
     std::string pool_, key_;
     std::array<std::uint8_t, 256> byte_class_{};
@@ -313,8 +353,12 @@ PackedView PackedLayout::view(const char* block) const {
     return view;
 }
 
-PackedTable::PackedTable(const std::vector<Egoera*>& states) {
-    const Packer packer(states);
+PackedTable::PackedTable(const std::vector<Egoera*>& states) { take(Packer(states)); }
+
+PackedTable::PackedTable(const ArcsByState& arcs) { take(Packer(arcs)); }
+
+template <class Packer>
+void PackedTable::take(const Packer& packer) {
     const PackedLayout layout = packer.layout();
     bytes_ = static_cast<std::size_t>(layout.total());
     block_.assign(bytes_ / 8 + 1, 0);

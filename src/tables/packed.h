@@ -30,6 +30,8 @@ class Egoera;
 
 namespace lemara {
 
+struct ArcsByState;
+
 /// Where the symbols of a label stand in the pool.
 struct PackedLabel {
     // What a generation asks of an upper symbol.
@@ -219,6 +221,9 @@ public:
     /// passed over. Cost: linear in the records.
     explicit PackedTable(const std::vector<Egoera*>& states);
 
+    /// The same for the records of a text: what its graph would be packed to.
+    explicit PackedTable(const ArcsByState& arcs);
+
     const PackedView& view() const { return view_; }
 
     /// The block, in the layout of image.h, header included but not filled in.
@@ -226,6 +231,9 @@ public:
     std::size_t block_bytes() const { return bytes_; }
 
 private:
+    template <class Packer>
+    void take(const Packer& packer);
+
     std::vector<std::uint64_t> block_;
     std::size_t bytes_ = 0;
     PackedView view_;
