@@ -26,11 +26,15 @@ public:
     /// Frees the vector, not the arcs.
     virtual ~Egoera();
 
-    /// As those of an arc.
-    static void* operator new(std::size_t size);
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    /// The states of a loaded table share a block of memory. `delete` ends one of them, or
+    /// one that `new` made.
     static void operator delete(void* place) noexcept;
+    /// Its counterpart; what it makes stands alone.
+    static void* operator new(std::size_t size);
+    /// The same; null if there is no memory.
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    /// Memory of the caller.
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
 
     /// Appends an arc and takes it over.
     void addZubia(Zubia * zubia);

@@ -194,5 +194,5 @@ private:
     bool load_text_file(bool with_graph);
     void load_enciphered_file(bool with_graph);
     void load_memory(std::string_view text, long count, bool with_graph);
-    void take(const lemara::ArcsByState& arcs, bool with_graph);
+    void take(lemara::ArcsByState && arcs, bool with_graph);
 };

@@ -8,6 +8,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Taula.h"
 #include "analysis/messages.h"
@@ -172,16 +173,16 @@ void Taula::load_memory(std::string_view text, long count, bool with_graph) {
 
 /// Adds new states, and arcs to these and the old ones. Only a table that was empty can
 /// do without its graph.
-void Taula::take(const lemara::ArcsByState& arcs, bool with_graph) {
+void Taula::take(lemara::ArcsByState&& arcs, bool with_graph) {
     const std::size_t before = egoerak.size();
     if (before == 0 && !with_graph) {
-        formak->use(std::make_unique<lemara::PackedTable>(arcs), egoerak);
+        formak->use(std::make_unique<lemara::PackedTable>(std::move(arcs)), egoerak);
         return;
     }
     append_states(egoerak, arcs.state_count() - before);
     append_arcs(egoerak, arcs);
     if (before == 0) {
-        formak->use(std::make_unique<lemara::PackedTable>(arcs), egoerak);
+        formak->use(std::make_unique<lemara::PackedTable>(std::move(arcs)), egoerak);
     } else {
         lemara::note_graph_change();
         lemara::packed_form(*this);

@@ -1,31 +1,18 @@
 #include "tables/bulk_memory.h"
 
-#include <sys/mman.h>
-
 #include <atomic>
 #include <cstdint>
+
+#include "tables/large_pages.h"
 
 namespace lemara {
 namespace {
 
-constexpr std::size_t PAGE = std::size_t{1} << 16;  // a power of two
 constexpr std::size_t ALIGNED = 16;
 constexpr std::size_t ODD = 8;  // where an object stands behind such a place
-constexpr std::size_t FIRST = ALIGNED + ODD;  // of a page's objects
 
 constexpr std::size_t rounded(std::size_t size, std::size_t unit) {
     return (size + unit - 1) / unit * unit;
-}
-
-/// A page of 4 KiB costs its first touch more than what is written into it.
-void use_large_pages(void* block, std::size_t bytes) {
-#ifdef MADV_HUGEPAGE
-    constexpr std::size_t WORTH_IT = std::size_t{1} << 22;
-    if (bytes >= WORTH_IT) ::madvise(block, bytes, MADV_HUGEPAGE);
-#else
-    static_cast<void>(block);
-    static_cast<void>(bytes);
-#endif
 }
 
 }  // namespace
@@ -39,7 +26,8 @@ struct BulkRoom::Page {
 BulkRoom::BulkRoom(std::size_t size, std::size_t count)
     : stride_(rounded(size, ALIGNED)), left_(count) {
     if (count == 0) return;
-    static_assert(sizeof(Page) <= FIRST, "the first object stands behind it");
+    static_assert(FIRST % ALIGNED == ODD && sizeof(Page) <= FIRST,
+                  "the first object stands behind it");
     of_page_ = (PAGE - FIRST) / stride_;
     const std::size_t pages = (count + of_page_ - 1) / of_page_;
     const std::size_t last = count - of_page_ * (pages - 1);
@@ -54,15 +42,6 @@ BulkRoom::BulkRoom(std::size_t size, std::size_t count)
 
 BulkRoom::~BulkRoom() {
     if (left_ != 0) leave(block_, left_);
-}
-
-void* BulkRoom::take() {
-    if (taken_ == of_page_) {
-        page_ += PAGE;
-        taken_ = 0;
-    }
-    --left_;
-    return page_ + FIRST + stride_ * taken_++;
 }
 
 void BulkRoom::leave(Page* block, std::size_t objects) noexcept {

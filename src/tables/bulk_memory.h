@@ -19,18 +19,17 @@
 namespace lemara {
 
 #if defined(__SANITIZE_ADDRESS__)
-#define LEMARA_SINGLE_OBJECTS 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define LEMARA_SINGLE_OBJECTS 1
-#endif
+constexpr bool EVERY_OBJECT_IS_WATCHED = true;
+#elif !defined(__has_feature)
+constexpr bool EVERY_OBJECT_IS_WATCHED = false;
+#elif __has_feature(address_sanitizer)
+constexpr bool EVERY_OBJECT_IS_WATCHED = true;
+#else
+constexpr bool EVERY_OBJECT_IS_WATCHED = false;
 #endif
 
-#ifdef LEMARA_SINGLE_OBJECTS
-constexpr bool BULK_OBJECTS = false;
-#else
-constexpr bool BULK_OBJECTS = __STDCPP_DEFAULT_NEW_ALIGNMENT__ >= 16;
-#endif
+constexpr bool BULK_OBJECTS =
+    !EVERY_OBJECT_IS_WATCHED && __STDCPP_DEFAULT_NEW_ALIGNMENT__ >= 16;
 
 /// Room for `count` objects of a size. What was not taken out of it goes with it.
 class BulkRoom {
@@ -41,12 +40,22 @@ public:
     BulkRoom& operator=(const BulkRoom&) = delete;
 
     /// The next place; there are `count` of them.
-    void* take();
+    void* take() {
+        if (taken_ == of_page_) {
+            page_ += PAGE;
+            taken_ = 0;
+        }
+        --left_;
+        return page_ + FIRST + stride_ * taken_++;
+    }
 
     /// Ends an object's place, wherever it came from.
     static void free(void* place) noexcept;
 
 private:
+    static constexpr std::size_t PAGE = std::size_t{1} << 16;  // a power of two
+    static constexpr std::size_t FIRST = 24;                   // of a page's objects
+
     struct Page;
 
     static void leave(Page* block, std::size_t objects) noexcept;

@@ -5,7 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 #include <new>
+
+#include "tables/large_pages.h"
 
 namespace lemara {
 namespace {
@@ -19,11 +22,22 @@ struct Closed {
 
 }  // namespace
 
+void FileBytes::Free::operator()(char* bytes) const noexcept {
+    if (large) {
+        ::operator delete (bytes, std::align_val_t{LARGE_PAGE});
+    } else {
+        ::operator delete(bytes);
+    }
+}
+
 void FileBytes::make_room(std::size_t capacity) {
-    void* const larger = std::realloc(bytes_.get(), capacity);
-    if (larger == nullptr) throw std::bad_alloc();
-    static_cast<void>(bytes_.release());
-    bytes_.reset(static_cast<char*>(larger));
+    const bool large = capacity > LARGE_PAGE;
+    if (large) capacity = (capacity + LARGE_PAGE - 1) / LARGE_PAGE * LARGE_PAGE;
+    void* const room = large ? ::operator new (capacity, std::align_val_t{LARGE_PAGE})
+                             : ::operator new(capacity);
+    use_large_pages(room, capacity);
+    if (size_ != 0) std::memcpy(room, bytes_.get(), size_);
+    bytes_ = {static_cast<char*>(room), Free{large}};
     capacity_ = capacity;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,12 +17,14 @@ public:
 
 private:
     struct Free {
-        void operator()(char* bytes) const { std::free(bytes); }
+        bool large;  // it stands on large pages
+        void operator()(char* bytes) const noexcept;
     };
 
     void make_room(std::size_t capacity);
 
-    std::unique_ptr<char, Free> bytes_;  // nothing is written into it that isn't read
+    // Nothing is written into it that is not read.
+    std::unique_ptr<char, Free> bytes_{nullptr, Free{false}};
     std::size_t size_ = 0, capacity_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <numeric>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "Egoera.h"
 #include "analysis/text_pieces.h"
@@ -39,24 +40,34 @@ public:
     }
 
     /// Labels are numbered as they come in the order of the states, as those of a graph.
-    explicit Packer(const ArcsByState& arcs) : state_count_(arcs.state_count()) {
+    explicit Packer(ArcsByState&& arcs)
+        : state_count_(arcs.state_count()),
+          begin_(std::move(arcs.begin)),
+          label_(std::move(arcs.pairs)),
+          target_(std::move(arcs.targets)) {
         constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
         std::vector<std::uint32_t> label_of_pair(arcs.symbols.size(), NONE);
-        reserve(arcs.targets.size());
+        first_.resize(target_.size());
+        std::uint32_t kept = 0, arc = 0;
         for (std::size_t state = 0; state < state_count_; ++state) {
-            begin_.push_back(static_cast<std::uint32_t>(target_.size()));
-            for (std::uint32_t i = arcs.begin[state]; i < arcs.begin[state + 1]; ++i) {
-                const std::int32_t target = arcs.targets[i];
+            begin_[state] = kept;
+            for (const std::uint32_t end = begin_[state + 1]; arc < end; ++arc) {
+                const std::int32_t target = target_[arc];
                 if (target >= 0 && !exists(target)) continue;
-                std::uint32_t& label = label_of_pair[arcs.pairs[i]];
+                std::uint32_t& label = label_of_pair[label_[arc]];
                 if (label == NONE) {
-                    const SymbolPair& symbols = arcs.symbols[arcs.pairs[i]];
+                    const SymbolPair& symbols = arcs.symbols[label_[arc]];
                     label = label_for(symbols.upper, symbols.lower);
                 }
-                add(target, label);
+                target_[kept] = target;
+                label_[kept] = label;
+                first_[kept++] = first_of_label_[label];
             }
         }
-        begin_.push_back(static_cast<std::uint32_t>(target_.size()));
+        begin_[state_count_] = kept;
+        target_.resize(kept);
+        label_.resize(kept);
+        first_.resize(kept);
         finish();
     }
 
@@ -140,13 +151,6 @@ private:
         return state >= 0 && static_cast<std::size_t>(state) < state_count_;
     }
 
-    void reserve(std::size_t arcs) {
-        begin_.reserve(state_count_ + 1);
-        target_.reserve(arcs);
-        label_.reserve(arcs);
-        first_.reserve(arcs);
-    }
-
     void add(std::int32_t target, std::uint32_t label) {
         target_.push_back(target);
         label_.push_back(label);
@@ -158,8 +162,14 @@ private:
         choose_classes();
         find_masks();
         place_states();
-        if (has_cycle(true)) cycles_ |= EMPTY_CYCLES;
-        if (has_cycle(false)) cycles_ |= ANY_CYCLES;
+        if (!has_cycle<false>()) return;
+        cycles_ |= ANY_CYCLES;
+        if (has_cycle<true>()) cycles_ |= EMPTY_CYCLES;
+    }
+
+    /// True if the arc's lower symbol is empty; one that is a NUL isn't.
+    bool is_empty(std::uint32_t arc) const {
+        return first_[arc] == 0 && labels_[label_[arc]].lower_size == 0;
     }
 
     std::uint32_t label_for(std::string_view upper, std::string_view lower) {
@@ -226,22 +236,29 @@ private:
             std::uint32_t source, next;
         };
         std::vector<EmptyArc> empty_arcs;
-        std::vector<std::uint32_t> into(state_count_, NONE);
-        std::vector<std::uint32_t> open;
+        empty_arcs.reserve(
+            static_cast<std::size_t>(std::count(first_.begin(), first_.end(), 0)));
+        std::vector<std::uint32_t>& into = of_states_;
+        into.assign(state_count_, NONE);
         for (std::uint32_t state = 0; state < state_count_; ++state) {
+            std::uint16_t mask = 0;
             for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
-                if (labels_[label_[arc]].lower_size != 0) {
-                    mask_[state] |=
-                        static_cast<std::uint16_t>(1u << byte_class_[first_[arc]]);
+                if (!is_empty(arc)) {
+                    mask |= static_cast<std::uint16_t>(1u << byte_class_[first_[arc]]);
                 } else if (target_[arc] < 0) {
-                    mask_[state] |= PackedView::END_BIT;
+                    mask |= PackedView::END_BIT;
                 } else {
                     std::uint32_t& first = into[static_cast<std::size_t>(target_[arc])];
                     empty_arcs.push_back({state, first});
                     first = static_cast<std::uint32_t>(empty_arcs.size() - 1);
                 }
             }
-            if (mask_[state] != 0) open.push_back(state);
+            mask_[state] = mask;
+        }
+        std::vector<std::uint32_t>& open = open_states_;
+        open.clear();
+        for (std::uint32_t state = 0; state < state_count_; ++state) {
+            if (mask_[state] != 0 && into[state] != NONE) open.push_back(state);
         }
         while (!open.empty()) {
             const std::uint32_t state = open.back();
@@ -252,33 +269,35 @@ private:
                     static_cast<std::uint16_t>(mask_[source] | mask_[state]);
                 if (mask == mask_[source]) continue;
                 mask_[source] = mask;
-                open.push_back(source);
+                if (into[source] != NONE) open.push_back(source);
             }
         }
     }
 
     /// True if arcs form a cycle: all of them, or those with an empty lower symbol.
     /// States that no arc enters are taken away until none is left, or none can go.
-    bool has_cycle(bool empty_alone) const {
+    template <bool EMPTY_ALONE>
+    bool has_cycle() {
         const auto counts = [&](std::uint32_t arc) {
-            return target_[arc] >= 0 &&
-                   (!empty_alone || labels_[label_[arc]].lower_size == 0);
+            return target_[arc] >= 0 && (!EMPTY_ALONE || is_empty(arc));
         };
         if (target_.empty()) return false;
-        std::vector<std::uint32_t> entries(state_count_, 0);
+        std::vector<std::uint32_t>& entries = of_states_;
+        entries.assign(state_count_, 0);
         for (std::uint32_t arc = 0; arc < target_.size(); ++arc) {
             if (counts(arc)) ++entries[static_cast<std::size_t>(target_[arc])];
         }
-        std::vector<std::uint32_t> open;
+        std::vector<std::uint32_t>& open = open_states_;
+        open.clear();
         for (std::uint32_t state = 0; state < entries.size(); ++state) {
             if (entries[state] == 0) open.push_back(state);
         }
         std::size_t taken = 0;
         while (!open.empty()) {
-            const std::uint32_t state = open.back();
+            const std::uint32_t state = open.back(), end = begin_[state + 1];
             open.pop_back();
             ++taken;
-            for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
+            for (std::uint32_t arc = begin_[state]; arc < end; ++arc) {
                 if (!counts(arc)) continue;
                 const auto target = static_cast<std::uint32_t>(target_[arc]);
                 if (--entries[target] == 0) open.push_back(target);
@@ -292,8 +311,9 @@ private:
     std::vector<std::uint32_t> begin_, label_;
     std::vector<std::uint16_t> mask_;  // by state: what can follow in it
     std::vector<std::int32_t> target_;
-    std::vector<StateRef> place_;  // by state
-    std::size_t size_ = 0;         // of all blocks, in units of 4 bytes
+    std::vector<StateRef> place_;                         // by state
+    std::vector<std::uint32_t> of_states_, open_states_;  // of one step at a time
+    std::size_t size_ = 0;  // of all blocks, in units of 4 bytes
     std::vector<std::uint8_t> first_, first_of_label_;
     std::vector<PackedLabel> labels_;
     std::string pool_, key_;
@@ -355,7 +375,7 @@ PackedView PackedLayout::view(const char* block) const {
 
 PackedTable::PackedTable(const std::vector<Egoera*>& states) { take(Packer(states)); }
 
-PackedTable::PackedTable(const ArcsByState& arcs) { take(Packer(arcs)); }
+PackedTable::PackedTable(ArcsByState&& arcs) { take(Packer(std::move(arcs))); }
 
 template <class Packer>
 void PackedTable::take(const Packer& packer) {

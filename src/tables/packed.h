@@ -222,7 +222,7 @@ public:
     explicit PackedTable(const std::vector<Egoera*>& states);
 
     /// The same for the records of a text: what its graph would be packed to.
-    explicit PackedTable(const ArcsByState& arcs);
+    explicit PackedTable(ArcsByState&& arcs);
 
     const PackedView& view() const { return view_; }
 

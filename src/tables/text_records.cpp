@@ -19,10 +19,11 @@ constexpr std::size_t COUNT_READ = 997;
 constexpr std::size_t LOAD_READ = 9997;
 
 constexpr std::size_t SHORTEST_RECORD = 5;  // bytes of "0\ta\t1"
+constexpr std::size_t SURE_DIGITS = 9;      // that any int holds
 
 /// The number at the start of `text`, as atol reads it: blanks, a sign, digits; 0 for
 /// anything else. A number beyond an int counts as the largest or smallest one.
-int any_number_at(std::string_view text) {
+int number_at(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size() && (text[i] == ' ' || (text[i] >= '\t' && text[i] <= '\r')))
         ++i;
@@ -33,17 +34,6 @@ int any_number_at(std::string_view text) {
         value = std::min(value * 10 + (text[i] - '0'), 1L + INT_MAX);
     }
     return static_cast<int>(negative ? -value : std::min<long>(value, INT_MAX));
-}
-
-/// The same; most numbers are a few digits and nothing else.
-int number_at(std::string_view text) {
-    constexpr std::size_t SURE_DIGITS = 9;  // that any int holds
-    int value = 0;
-    std::size_t i = 0;
-    for (; i < std::min(text.size(), SURE_DIGITS) && is_digit(text[i]); ++i)
-        value = value * 10 + (text[i] - '0');
-    const bool all = i != 0 && (i == text.size() || !is_digit(text[i]));
-    return all ? value : any_number_at(text);
 }
 
 std::string_view from(std::string_view text, std::size_t index) {
@@ -148,61 +138,77 @@ private:
     std::vector<std::string_view> texts_;
 };
 
-/// Takes records as they come, and puts them in order of their states.
+/// Takes records as they come, and puts them in order of their states. In most texts they
+/// come so: then there is nothing to be done, and their states needn't be kept.
 class Collector {
 public:
-    Collector(std::size_t states, std::size_t bytes) : states_(states) {
-        records_.reserve(bytes / USUAL_RECORD);
-        symbols_.push_back({});  // those of a final record
+    Collector(std::size_t states, std::size_t bytes) {
+        arcs_.begin.assign(states + 1, 0);
+        arcs_.targets.reserve(bytes / USUAL_RECORD);
+        arcs_.pairs.reserve(bytes / USUAL_RECORD);
+        arcs_.symbols.push_back({});  // those of a final record
     }
 
-    void final_record(std::int32_t state) { add(state, END_OF_WORD, ArcsByState::FINAL); }
+    void final_record(std::int32_t state) {
+        if (exists(state)) add(state, END_OF_WORD, ArcsByState::FINAL);
+    }
 
     void arc(std::int32_t source, std::string_view field, std::int32_t target) {
         if (!exists(source)) return;
         bool is_new = false;
         const std::uint32_t number = numbers_.number_of(field, is_new);
-        if (is_new) symbols_.push_back(split_symbols(field));
+        if (is_new) arcs_.symbols.push_back(split_symbols(field));
         add(source, target, number);
     }
 
+    /// To be asked once.
     ArcsByState result() {
-        ArcsByState arcs;
-        arcs.symbols = std::move(symbols_);
-        arcs.begin.assign(states_ + 1, 0);
-        for (const Record& record : records_)
-            ++arcs.begin[static_cast<std::size_t>(record.source) + 1];
-        for (std::size_t i = 1; i < arcs.begin.size(); ++i)
-            arcs.begin[i] += arcs.begin[i - 1];
-        std::vector<std::uint32_t> next(arcs.begin.begin(), arcs.begin.end() - 1);
-        arcs.targets.resize(records_.size());
-        arcs.pairs.resize(records_.size());
-        for (const Record& record : records_) {
-            const std::uint32_t at = next[static_cast<std::size_t>(record.source)]++;
-            arcs.targets[at] = record.target;
-            arcs.pairs[at] = record.pair;
+        std::uint32_t behind = 0;
+        for (std::uint32_t& begin : arcs_.begin) begin = behind += begin;
+        if (sorted_) return std::move(arcs_);
+        ArcsByState result;
+        result.targets.resize(arcs_.targets.size());
+        result.pairs.resize(arcs_.pairs.size());
+        std::vector<std::uint32_t> next = arcs_.begin;
+        for (std::size_t i = 0; i < sources_.size(); ++i) {
+            const std::uint32_t at = next[sources_[i]]++;
+            result.targets[at] = arcs_.targets[i];
+            result.pairs[at] = arcs_.pairs[i];
         }
-        return arcs;
+        result.begin = std::move(arcs_.begin);
+        result.symbols = std::move(arcs_.symbols);
+        return result;
     }
 
 private:
-    static constexpr std::size_t USUAL_RECORD = 15;  // bytes, or a few more
-
-    struct Record {
-        std::int32_t source, target;
-        std::uint32_t pair;
-    };
+    static constexpr std::size_t USUAL_RECORD = 14;  // bytes, or a few more
 
     bool exists(std::int32_t state) const {
-        return state >= 0 && static_cast<std::size_t>(state) < states_;
-    }
-    void add(std::int32_t source, std::int32_t target, std::uint32_t pair) {
-        if (exists(source)) records_.push_back({source, target, pair});
+        return state >= 0 && static_cast<std::size_t>(state) < arcs_.begin.size() - 1;
     }
 
-    std::size_t states_;
-    std::vector<Record> records_;
-    std::vector<SymbolPair> symbols_;
+    void add(std::int32_t source, std::int32_t target, std::uint32_t pair) {
+        const auto state = static_cast<std::uint32_t>(source);
+        if (sorted_ && state < last_) remember_sources();
+        if (!sorted_) sources_.push_back(state);
+        last_ = state;
+        ++arcs_.begin[state + 1];
+        arcs_.targets.push_back(target);
+        arcs_.pairs.push_back(pair);
+    }
+
+    /// Up to here they came in order, so their numbers tell them.
+    void remember_sources() {
+        sorted_ = false;
+        sources_.reserve(arcs_.targets.capacity());
+        for (std::uint32_t state = 0; state <= last_; ++state)
+            sources_.insert(sources_.end(), arcs_.begin[state + 1], state);
+    }
+
+    ArcsByState arcs_;  // until the end, `begin` holds the number of arcs, one behind
+    bool sorted_ = true;
+    std::uint32_t last_ = 0;
+    std::vector<std::uint32_t> sources_;  // if they don't come in order
     TextNumbers numbers_;
 };
 
@@ -237,6 +243,33 @@ void read_file_line(std::string_view line, Collector& records) {
     if (line.size() >= SHORTEST_RECORD) read_record(line, false, records);
 }
 
+/// A number of a few digits in front of `mark`, which is skipped. False for anything
+/// else.
+bool skip_number(const char*& at, const char* end, char mark, std::int32_t& number) {
+    const char* const begin = at;
+    const char* const last = at + std::min<std::ptrdiff_t>(end - at, SURE_DIGITS);
+    number = 0;
+    for (; at != last && is_digit(*at); ++at) number = number * 10 + (*at - '0');
+    return at != begin && at != end && *at++ == mark;
+}
+
+/// Takes the arc record that `text` begins with, if it is as records are: two numbers, a
+/// field of printable bytes between them, a line feed. Its size, or 0 for the general
+/// road: it looks at every byte only once.
+std::size_t read_plain_arc(std::string_view text, Collector& records) {
+    const char* at = text.data();
+    const char* const end = at + std::min(text.size(), LOAD_READ);
+    std::int32_t source = 0, target = 0;
+    if (!skip_number(at, end, '\t', source)) return 0;
+    const char* const field = at;
+    while (at != end && static_cast<std::uint8_t>(*at) >= ' ') ++at;
+    const auto size = static_cast<std::size_t>(at - field);
+    if (size == 0 || at == end || *at++ != '\t') return 0;
+    if (!skip_number(at, end, '\n', target)) return 0;
+    records.arc(source, {field, size}, target);
+    return static_cast<std::size_t>(at - text.data());
+}
+
 }  // namespace
 
 int states_of_file(std::string_view text) { return states_of(text, COUNT_READ); }
@@ -254,6 +287,10 @@ std::size_t trusted_states(long count, std::size_t bytes) {
 ArcsByState arcs_of_file(std::string_view text, std::size_t states) {
     Collector records(states, text.size());
     while (!text.empty()) {
+        if (const std::size_t size = read_plain_arc(text, records)) {
+            text.remove_prefix(size);
+            continue;
+        }
         const std::size_t feed = text.substr(0, LOAD_READ).find('\n');
         const std::size_t size =
             feed == std::string_view::npos ? std::min(text.size(), LOAD_READ) : feed + 1;
