@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <new>
 #include <vector>
 
 #include "Zubia.h"
@@ -23,6 +25,16 @@ public:
 
     /// Frees the vector, not the arcs.
     virtual ~Egoera();
+
+    /// The states of a loaded table share a block of memory. `delete` ends one of them, or
+    /// one that `new` made.
+    static void operator delete(void* place) noexcept;
+    /// Its counterpart; what it makes stands alone.
+    static void* operator new(std::size_t size);
+    /// The same; null if there is no memory.
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+    /// Memory of the caller.
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
 
     /// Appends an arc and takes it over.
     void addZubia(Zubia * zubia);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Analisia.h"
@@ -10,6 +11,7 @@
 
 namespace lemara {
 
+struct ArcsByState;
 class TableForms;
 struct TableInside;
 
@@ -109,7 +111,7 @@ public:
     /// da existitzen."); a caller that wants to go on asks file_exists first. Malformed
     /// lines are not reported: a number or field that is missing counts as 0 or empty,
     /// lines of fewer than 5 bytes and records of states that don't exist are passed
-    /// over, and a NUL ends the text of its line. Cost: reads the file twice.
+    /// over, and a NUL ends the text of its line.
     void kargatu_taula();
 
     /// Makes `kopurua` states and loads the NUL-terminated text `testua`. Unlike the file
@@ -188,5 +190,9 @@ private:
 
     void unfold();
     bool load_image();
-    bool load_text_file();
+    bool load_for_searches();
+    bool load_text_file(bool with_graph);
+    void load_enciphered_file(bool with_graph);
+    void load_memory(std::string_view text, long count, bool with_graph);
+    void take(lemara::ArcsByState && arcs, bool with_graph);
 };

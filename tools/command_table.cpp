@@ -94,7 +94,7 @@ int compile(const CompileArguments& arguments) {
     if (stats.arcs + stats.finals == 0) {
         throw Failure(shown_file(arguments.in) + ": no table; it holds no record");
     }
-    put(arguments.out, compiled_from_text(text));
+    put(arguments.out, compile_table_text(text));
     if (defects == 0) return DONE;
     message(shown_file(arguments.in) + ": compiled, but it has " +
             std::to_string(defects) + (defects == 1 ? " defect" : " defects") +

@@ -13,7 +13,6 @@
 #include "failure.h"
 #include "files.h"
 #include "fitxategiak.h"
-#include "lemara/compiled_table.h"
 #include "table_format.h"
 
 namespace lemara::tools {
@@ -67,12 +66,6 @@ void load_table(Taula& table, const std::string& bytes) {
     const MemoryFile file(bytes);
     table.fitxategia = file.path();
     table.kargatu();
-}
-
-std::string compiled_from_text(const std::string& text) {
-    Taula table;
-    load_table(table, text);
-    return compile_table(table);
 }
 
 std::string text_from_compiled(const std::string& image) {

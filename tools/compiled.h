@@ -13,9 +13,6 @@ namespace lemara::tools {
 /// Errors: Failure if no file in memory can be made.
 void load_table(Taula& table, const std::string& bytes);
 
-/// The image of a table's text, for write_file. Errors: as load_table.
-std::string compiled_from_text(const std::string& text);
-
 /// The text of a compiled table without defects: compiled again, it gives the same image.
 /// Errors: as load_table.
 std::string text_from_compiled(const std::string& image);

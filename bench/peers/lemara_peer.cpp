@@ -108,6 +108,48 @@ Strings plain_proposals(std::map<std::string, PlainForm>& forms,
     return result;
 }
 
+/// The text of the main network's table alone: by the plain loader, into a graph and its
+/// packed form, or into the packed form alone.
+int load_text(const peer::Arguments& arguments) {
+    const std::string& path = arguments.data.at(1);
+    std::unique_ptr<Taula> table;
+    const double start = peer::cpu_seconds();
+    if (arguments.task == "plain_load") {
+        table = lemara::bench::plain_load(path);
+    } else if (arguments.task == "graph_load") {
+        table = std::make_unique<Taula>(path);
+    } else {
+        table = std::make_unique<Taula>();
+        table->fitxategia = path;
+        if (!lemara::load_for_searches(*table)) return 2;
+    }
+    const double seconds = peer::cpu_seconds() - start;
+    return peer::measure(arguments, seconds, {},
+                         [](const std::string&, std::string*) { return std::size_t{0}; });
+}
+
+/// Tells what memory the process has, once it has answered about all words, and stays
+/// until its standard input ends: so that another one can share what can be shared.
+int hold(const Lemara& engine, const Strings& words) {
+    std::size_t known = 0;
+    for (const std::string& word : words) known += engine.isValid(word, false);
+    std::map<std::string, long> kib;
+    std::ifstream rollup("/proc/self/smaps_rollup");
+    for (std::string line; std::getline(rollup, line);) {
+        const std::size_t colon = line.find(':');
+        if (colon != std::string::npos)
+            kib[line.substr(0, colon)] = std::atol(line.c_str() + colon + 1);
+    }
+    std::printf(
+        "{\"pss_kib\": %ld, \"shared_kib\": %ld, \"own_kib\": %ld, \"sum\": %zu}\n",
+        kib["Pss"], kib["Shared_Clean"] + kib["Shared_Dirty"],
+        kib["Private_Clean"] + kib["Private_Dirty"], known);
+    std::fflush(stdout);
+    while (std::getchar() != EOF) {
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -122,12 +164,8 @@ int main(int argc, char** argv) {
             << lemara::compile_table(table);
         return 0;
     }
-    if (task == "plain_load") {
-        const double start = peer::cpu_seconds();
-        const auto table = lemara::bench::plain_load(arguments.data.at(1));
-        return peer::measure(
-            arguments, peer::cpu_seconds() - start, {},
-            [](const std::string&, std::string*) { return std::size_t{0}; });
+    if (task == "plain_load" || task == "graph_load" || task == "lean_load") {
+        return load_text(arguments);
     }
 
     std::cout.setstate(std::ios::failbit);  // the engine's own messages
@@ -139,6 +177,8 @@ int main(int argc, char** argv) {
             return std::size_t{0};
         });
     }
+
+    if (task == "hold") return hold(*engine, words);
 
     std::unique_ptr<Taula> text;
     std::map<std::string, PlainForm> forms;

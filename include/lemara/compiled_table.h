@@ -24,6 +24,15 @@ namespace lemara {
 /// left out. Cost: linear in the records.
 [[gnu::visibility("default")]] std::string compile_table(const Taula& table);
 
+/// The image of a table's text: that of a table loaded from a file that holds it. Builds
+/// no graph. Cost: linear in the text.
+[[gnu::visibility("default")]] std::string compile_table_text(std::string_view text);
+
+/// Loads the file of `table` as Taula::kargatu does, but makes no graph of a text either:
+/// `egoerak` stays empty until an operation changes the graph. All answers are the same.
+/// Never ends the process: false if the file can't be opened, or brings no state.
+[[gnu::visibility("default")]] bool load_for_searches(Taula& table);
+
 /// What is wrong with an image, in words; empty if nothing is. Reads every byte once.
 [[gnu::visibility("default")]] std::string compiled_table_defect(std::string_view image);
 

@@ -3,14 +3,16 @@
 // Lemara_check.cpp. Tests: tests/engine/Lemara_test.cpp.
 #include "Lemara.h"
 
-#include <fstream>
+#include <algorithm>
 #include <mutex>
 #include <ostream>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "analysis/messages.h"
 #include "analysis/text_pieces.h"
+#include "tables/file_bytes.h"
 #include "text/sentence_analysis.h"
 
 namespace {
@@ -25,9 +27,12 @@ bool is_comment(const std::string& line) {
 /// The paths that the configuration lists, in its order; at most MOST_TABLES.
 std::vector<std::string> read_paths(const std::string& configuration) {
     std::vector<std::string> paths;
-    std::ifstream file(configuration, std::ios::binary);
-    std::string line;
-    while (std::getline(file, line)) {
+    lemara::FileBytes file;
+    file.read(configuration);  // one that can't be opened lists nothing
+    for (std::string_view rest = file.view(); !rest.empty();) {
+        const std::size_t size = std::min(rest.find('\n'), rest.size());
+        std::string line(rest.substr(0, size));
+        rest.remove_prefix(std::min(size + 1, rest.size()));
         if (is_comment(line)) continue;
         // The limit is tested before the file is looked at: a missing one counts as well.
         if (paths.size() == MOST_TABLES) {

@@ -10,7 +10,6 @@
 #include "host/files.h"
 #include "lemara/compiled_table.h"
 #include "lemara/utf8.h"
-#include "tables/load.h"
 
 namespace lemara::host {
 
@@ -172,7 +171,7 @@ std::optional<Problem> load_network(const ListedTable& listed,
     }
     auto table = std::make_unique<Taula>();
     table->fitxategia = listed.path;
-    if (!load_table(*table)) {
+    if (!load_for_searches(*table)) {
         const std::string defect =
             compiled ? defect_of_compiled(listed.path) : std::string("cannot be loaded");
         return Problem{configuration, listed.line, listed.path + ": " + defect};

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <utility>
 
+#include "tables/bulk_memory.h"
 #include "tables/forms.h"
 
 Egoera::Egoera() : final(false) {}
@@ -12,6 +13,14 @@ Egoera::Egoera(std::vector<Zubia*> arcs, bool is_final)
     : final(is_final), zubiak(std::move(arcs)) {}
 
 Egoera::~Egoera() = default;
+
+void* Egoera::operator new(std::size_t size) { return ::operator new(size); }
+
+void* Egoera::operator new(std::size_t size, const std::nothrow_t& nothrow) noexcept {
+    return ::operator new(size, nothrow);
+}
+
+void Egoera::operator delete(void* place) noexcept { lemara::BulkRoom::free(place); }
 
 void Egoera::addZubia(Zubia* zubia) {
     zubiak.push_back(zubia);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tables/forms.h"
+#include "tables/image.h"
 #include "tables/inside.h"
 #include "tables/token_walk.h"
 
@@ -34,7 +35,7 @@ lemara::WordMap& lemara::answers_about(const Taula& table) {
 
 namespace {
 
-/// A state as it was in the graph that an image was compiled from.
+/// A state as it was in the graph that a table was packed from.
 std::unique_ptr<Egoera> unfolded(const lemara::PackedView& view,
                                  const std::vector<lemara::StateRef>& places,
                                  lemara::StateRef ref) {
@@ -71,12 +72,13 @@ lemara::Graph::~Graph() {
 
 lemara::Graph lemara::graph_of(const Taula& table) {
     Graph graph;
-    const PackedView* view = TableInside::forms(table).image_view(table.egoerak);
+    const PackedView* view = TableInside::forms(table).folded_view(table.egoerak);
     if (view == nullptr) {
         graph.states = table.egoerak;
         return graph;
     }
     graph.owned = true;
+    if (!defect_of_graph(*view).empty()) return graph;
     std::vector<StateRef> places;  // of the states, by number
     StateRef ref = 0;
     for (std::uint32_t i = 0; i < view->state_count; ++i, ref = view->behind(ref)) {
@@ -88,14 +90,14 @@ lemara::Graph lemara::graph_of(const Taula& table) {
     return graph;
 }
 
-/// Puts the graph of a compiled table into `egoerak`, before an operation changes it.
+/// Puts the graph of a folded table into `egoerak`, before an operation changes it.
 void Taula::unfold() {
-    if (formak->image_view(egoerak) == nullptr) return;
+    if (formak->folded_view(egoerak) == nullptr) return;
     lemara::Graph graph = lemara::graph_of(*this);
     graph.owned = false;
     egoerak.swap(graph.states);
     lemara::note_graph_change();
-    lemara::packed_form(*this);  // in place of the image, which must not come back
+    lemara::packed_form(*this);  // in place of the other, which must not come back
 }
 
 Taula::Taula() : formak(std::make_unique<lemara::TableForms>()) {}

@@ -32,21 +32,29 @@ void note_graph_change() { graph_changes.fetch_add(1, std::memory_order_relaxed)
 
 struct TableForms::Current {
     explicit Current(const std::vector<Egoera*>& graph)
+        : Current(std::make_unique<PackedTable>(graph), graph) {
+        folded = false;
+    }
+
+    Current(std::unique_ptr<PackedTable> packed, const std::vector<Egoera*>& graph)
         : state_count(graph.size()),
           mark(fingerprint(graph)),
-          table(std::make_unique<PackedTable>(graph)),
+          folded(graph.empty()),
+          table(std::move(packed)),
           view(table->view()),
           lazy(view) {}
 
     explicit Current(std::unique_ptr<Image> mapped)
         : state_count(0),
           mark(fingerprint({})),
+          folded(true),
           image(std::move(mapped)),
           view(image->view()),
           lazy(view) {}
 
     std::size_t state_count;
     std::uint64_t mark;
+    bool folded;                         // it stands for a graph that isn't there
     std::unique_ptr<PackedTable> table;  // one of the two
     std::unique_ptr<Image> image;
     PackedView view;
@@ -86,16 +94,27 @@ const PackedView& TableForms::packed(const std::vector<Egoera*>& graph) {
 }
 
 void TableForms::use(std::unique_ptr<Image> image) {
+    use(std::make_unique<Current>(std::move(image)));
+}
+
+void TableForms::use(std::unique_ptr<PackedTable> table,
+                     const std::vector<Egoera*>& graph) {
+    use(std::make_unique<Current>(std::move(table), graph));
+}
+
+void TableForms::use(std::unique_ptr<Current> form) {
     const std::lock_guard<std::mutex> lock(mutex_);
-    owner_ = std::make_unique<Current>(std::move(image));
+    seen_change_.store(graph_changes.load(std::memory_order_relaxed),
+                       std::memory_order_relaxed);
+    owner_ = std::move(form);
     current_.store(owner_.get(), std::memory_order_release);
 }
 
-const PackedView* TableForms::image_view(const std::vector<Egoera*>& graph) {
+const PackedView* TableForms::folded_view(const std::vector<Egoera*>& graph) {
     if (!graph.empty() || current_.load(std::memory_order_acquire) == nullptr)
         return nullptr;
     Current& now = current(graph);
-    return now.image == nullptr ? nullptr : &now.view;
+    return now.folded ? &now.view : nullptr;
 }
 
 WordMap& TableForms::answers(const std::vector<Egoera*>& graph) {

@@ -45,14 +45,20 @@ public:
     /// Makes a compiled table the form of a graph that has no states.
     void use(std::unique_ptr<Image> image);
 
-    /// The view of that table; null if there is none, or none any more.
-    const PackedView* image_view(const std::vector<Egoera*>& graph);
+    /// Makes a packed table the form of this graph: it's what the graph would be packed
+    /// to, or it takes the place of one that has no states.
+    void use(std::unique_ptr<PackedTable> table, const std::vector<Egoera*>& graph);
+
+    /// The view of a table that stands for a graph without states; null if there is none,
+    /// or none any more.
+    const PackedView* folded_view(const std::vector<Egoera*>& graph);
 
 private:
     struct Current;
 
     Current& current(const std::vector<Egoera*>& graph);
     Current& look_again(const std::vector<Egoera*>& graph);
+    void use(std::unique_ptr<Current> form);
 
     std::atomic<Current*> current_{nullptr};
     std::atomic<std::uint64_t> seen_change_{0};

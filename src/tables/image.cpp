@@ -13,6 +13,7 @@
 
 #include "Taula.h"
 #include "lemara/compiled_table.h"
+#include "tables/text_records.h"
 #include "tables/token_walk.h"
 
 namespace lemara {
@@ -21,7 +22,7 @@ namespace {
 // A byte that no text table begins with, a name, and line ends that a transfer as text
 // breaks.
 constexpr char MAGIC[8] = {'\x89', 'L', 'M', 'R', '\r', '\n', '\x1a', '\n'};
-constexpr std::uint32_t VERSION = 2;
+constexpr std::uint32_t VERSION = 3;
 constexpr std::uint32_t ORDER = 0x01020304;
 constexpr std::uint32_t OTHER_ORDER = 0x04030201;
 
@@ -48,22 +49,39 @@ std::uint64_t word_at(const char* bytes) {
     return word;
 }
 
-/// Four lanes of FNV-1a over words of 8 bytes. Every step is a bijection of what was
-/// before, so a change of a single word always shows.
+constexpr std::uint64_t PRIME = 1099511628211u;
+constexpr std::size_t LANES = 16;
+constexpr std::size_t ROW = 8 * LANES;  // bytes that all lanes take at once
+constexpr std::size_t STIRRED_ROWS = 64;
+
+void add_row(std::uint64_t (&lanes)[LANES], const char* row) {
+    for (std::size_t lane = 0; lane < LANES; ++lane) {
+        const std::uint64_t sum = lanes[lane] + word_at(row + 8 * lane);
+        lanes[lane] = sum << 29 | sum >> 35;
+    }
+}
+
+std::uint64_t stirred(std::uint64_t word) { return (word ^ word >> 31) * PRIME; }
+
+/// Sums of words of 8 bytes, turned after each, in so many lanes that a processor adds up
+/// about as fast as it reads. Every step is a bijection of what was before, so a change
+/// of a single word always shows. The turns keep the same change of two words from
+/// cancelling out; they come round after 64 rows, so before that the lanes are stirred.
 std::uint64_t checksum_of(std::string_view bytes) {
-    constexpr std::uint64_t PRIME = 1099511628211u;
-    std::uint64_t lanes[4] = {14695981039346656037u, 1, 2, 3};
-    std::size_t i = 0;
-    for (; i + 32 <= bytes.size(); i += 32) {
-        for (std::size_t lane = 0; lane < 4; ++lane) {
-            lanes[lane] = (lanes[lane] ^ word_at(bytes.data() + i + 8 * lane)) * PRIME;
-        }
-    }
+    std::uint64_t lanes[LANES];
+    for (std::size_t lane = 0; lane < LANES; ++lane) lanes[lane] = lane + 1;
     std::uint64_t hash = bytes.size();
-    for (const std::uint64_t lane : lanes) hash = (hash ^ lane) * PRIME;
-    for (; i < bytes.size(); ++i) {
-        hash = (hash ^ static_cast<std::uint8_t>(bytes[i])) * PRIME;
+    while (bytes.size() >= ROW) {
+        const std::size_t rows = std::min(bytes.size() / ROW, STIRRED_ROWS);
+        for (std::size_t row = 0; row < rows; ++row)
+            add_row(lanes, bytes.data() + ROW * row);
+        for (std::uint64_t& lane : lanes) lane = stirred(lane);
+        bytes.remove_prefix(ROW * rows);
     }
+    char rest[ROW] = {};
+    bytes.copy(rest, bytes.size());
+    add_row(lanes, rest);
+    for (const std::uint64_t lane : lanes) hash = stirred(hash ^ lane);
     return hash;
 }
 
@@ -97,13 +115,36 @@ std::string defect_of_header(std::string_view image, Header& header) {
                std::to_string(header.total);
     }
     if (layout_of(header).total() != image.size()) return "of a size that its parts deny";
+    if (header.states_size > INT32_MAX) return "larger than a place can tell";
+    if (header.state_count > header.states_size) return "of more states than fit in it";
+    const std::uint32_t labels = header.label_count;
+    if (labels == 0 || (labels & (labels - 1)) != 0)
+        return "of no power of two of symbols";
+    return "";
+}
+
+/// A view without such a defect lets no search read outside the image, wherever its arcs
+/// lead: see PackedView. So an engine's start needn't look at the arcs, of which there
+/// are many.
+std::string defect_of_symbols(const PackedView& view) {
+    for (int byte = 0; byte < 256; ++byte) {
+        if (view.byte_class[byte] >= PackedView::CLASS_OF_END)
+            return "a byte class is too high";
+    }
+    for (std::uint32_t i = 0; i < view.label_count; ++i) {
+        const PackedLabel& label = view.labels[i];
+        if (std::uint64_t{label.upper_at} + label.upper_size > view.pool_size ||
+            std::uint64_t{label.lower_at} + label.lower_size > view.pool_size ||
+            label.written_size > label.upper_size) {
+            return "a symbol lies outside the pool";
+        }
+    }
     return "";
 }
 
 /// What an arc of each label says of it: the first byte of its lower symbol, and LONG.
-/// One more stands behind the last.
 std::vector<std::uint16_t> descriptions_of_labels(const PackedView& view) {
-    std::vector<std::uint16_t> result(view.label_count + std::size_t{1});
+    std::vector<std::uint16_t> result(view.label_count);
     for (std::uint32_t label = 0; label < view.label_count; ++label) {
         const PackedLabel& symbols = view.labels[label];
         const std::uint8_t first =
@@ -116,80 +157,41 @@ std::vector<std::uint16_t> descriptions_of_labels(const PackedView& view) {
     return result;
 }
 
-/// Goes through the blocks of all states, and asks whether every arc leads to one, has a
-/// label and tells the truth about it. Runs over a whole table whenever an engine starts,
-/// so it looks at each arc once and gathers what is wrong; where arcs lead is compared at
-/// the end with where states begin, a bit for each place.
-std::string defect_of_states(const PackedView& view) {
-    const std::uint64_t size = 4 * std::uint64_t{view.states_size};
-    const std::vector<std::uint16_t> said = descriptions_of_labels(view);
-    std::vector<std::uint64_t> begins(view.states_size / 64 + 1), targets(begins.size());
-    bool outside = false, nameless = false, misdescribed = false;
-    std::uint64_t arcs = 0, at = 0;
-    for (std::uint32_t i = 0; i < view.state_count; ++i) {
-        if (at + 4 > size ||
-            (view.states[at] == PackedView::MANY_ARCS && at + 8 > size)) {
-            return "a state lies outside its part";
-        }
-        const std::uint64_t place = at / 4;
-        const PackedState state = view.state(static_cast<StateRef>(place));
-        const std::uint64_t head =
-            state.count < PackedView::MANY_ARCS
-                ? (state.count + 4u) & ~std::uint64_t{3}
-                : 8 + ((state.count + std::uint64_t{3}) & ~std::uint64_t{3});
-        at += head + sizeof(PackedArc) * std::uint64_t{state.count};
-        if (at > size || at / 4 > std::uint64_t{INT32_MAX}) return "a state is too large";
-        begins[place / 64] |= std::uint64_t{1} << place % 64;
-        arcs += state.count;
-        for (std::uint32_t k = 0; k < state.count; ++k) {
-            const PackedArc& arc = state.arcs[k];
-            if (arc.target >= 0) {
-                const auto target = static_cast<std::uint32_t>(arc.target);
-                const bool inside = target < view.states_size;
-                outside |= !inside;
-                targets[inside ? target / 64 : 0] |= std::uint64_t{inside} << target % 64;
-            }
-            const std::uint32_t label = std::min(view.label_of(arc), view.label_count);
-            nameless |= label == view.label_count;
-            misdescribed |=
-                said[label] != (state.first[k] | (arc.label & PackedArc::LONG));
-        }
-    }
-    if (at != size || arcs != view.arc_count) return "the states do not fill their part";
-    for (std::size_t i = 0; i < begins.size(); ++i)
-        outside |= (targets[i] & ~begins[i]) != 0;
-    if (outside) return "an arc leads to no state";
-    if (nameless) return "an arc has no label";
-    return misdescribed ? "an arc is misdescribed" : "";
-}
-
-/// A sound view lets no search read outside the image.
-std::string defect_of_view(const PackedView& view) {
-    for (int byte = 0; byte < 256; ++byte) {
-        if (view.byte_class[byte] >= PackedView::CLASS_OF_END)
-            return "a byte class is too high";
-    }
+bool labels_are_misdescribed(const PackedView& view) {
     for (std::uint32_t i = 0; i < view.label_count; ++i) {
-        const PackedLabel& label = view.labels[i];
-        if (std::uint64_t{label.upper_at} + label.upper_size > view.pool_size ||
-            std::uint64_t{label.lower_at} + label.lower_size > view.pool_size) {
-            return "a symbol lies outside the pool";
-        }
-        PackedLabel described = label;
+        PackedLabel described = view.labels[i];
         described.describe(view.upper(i), view.lower(i));
-        if (std::memcmp(&described, &label, sizeof label) != 0)
-            return "a symbol is misdescribed";
+        if (std::memcmp(&described, &view.labels[i], sizeof described) != 0) return true;
     }
-    return defect_of_states(view);
+    return false;
 }
 
-std::string defect_of_sound_order(std::string_view image) {
+/// Where states begin, a bit for each place; nothing if they don't fill their part.
+std::vector<bool> begins_of_states(const PackedView& view) {
+    std::vector<bool> begins(view.states_size);
+    std::uint64_t arcs = 0, place = 0;
+    for (std::uint32_t i = 0; i < view.state_count; ++i) {
+        if (place >= view.states_size) return {};
+        begins[place] = true;
+        const auto ref = static_cast<StateRef>(place);
+        arcs += view.state(ref).count;
+        const StateRef behind = view.behind(ref);
+        if (behind <= ref) return {};
+        place = static_cast<std::uint64_t>(behind);
+    }
+    if (place != view.states_size || arcs != view.arc_count) return {};
+    return begins;
+}
+
+/// Gives `view` if the image is safe to search, else what is wrong with it.
+std::string defect_of_sound_order(std::string_view image, PackedView& view) {
     Header header{};
     std::string defect = defect_of_header(image, header);
     if (!defect.empty()) return defect;
     if (checksum_of_image(image) != header.checksum)
         return "damaged: its checksum is wrong";
-    return defect_of_view(layout_of(header).view(image.data()));
+    view = layout_of(header).view(image.data());
+    return defect_of_symbols(view);
 }
 
 template <class T>
@@ -296,6 +298,29 @@ bool turn_to_own(std::string& image) {
 
 }  // namespace
 
+std::string defect_of_graph(const PackedView& view) {
+    if (labels_are_misdescribed(view)) return "a symbol is misdescribed";
+    const std::vector<bool> begins = begins_of_states(view);
+    if (begins.empty() && view.state_count != 0)
+        return "the states do not fill their part";
+    const std::vector<std::uint16_t> said = descriptions_of_labels(view);
+    StateRef ref = 0;
+    for (std::uint32_t i = 0; i < view.state_count; ++i, ref = view.behind(ref)) {
+        const PackedState state = view.state(ref);
+        for (std::uint32_t k = 0; k < state.count; ++k) {
+            const PackedArc& arc = state.arcs[k];
+            const auto target = static_cast<std::uint32_t>(arc.target);
+            if (arc.target >= 0 && (target >= begins.size() || !begins[target]))
+                return "an arc leads to no state";
+            const std::uint32_t number = view.written_label_of(arc);
+            if (number >= view.label_count) return "an arc has no label";
+            if (said[number] != (state.first[k] | (arc.label & PackedArc::LONG)))
+                return "an arc is misdescribed";
+        }
+    }
+    return "";
+}
+
 bool is_compiled_table(std::string_view bytes) {
     return bytes.substr(0, sizeof MAGIC) == std::string_view(MAGIC, sizeof MAGIC);
 }
@@ -326,8 +351,10 @@ std::string compiled_table_defect(std::string_view image) {
         // Arrays are read in place, so they must stand as in a file that is mapped.
         std::vector<std::uint64_t> aligned(image.size() / 8 + 1);
         if (!image.empty()) std::memcpy(aligned.data(), image.data(), image.size());
-        return defect_of_sound_order(
-            {reinterpret_cast<const char*>(aligned.data()), image.size()});
+        PackedView view;
+        std::string defect = defect_of_sound_order(
+            {reinterpret_cast<const char*>(aligned.data()), image.size()}, view);
+        return defect.empty() ? defect_of_graph(view) : defect;
     }
     std::string turned(image);
     if (!turn_to_own(turned)) return "of a size that its parts deny";
@@ -356,33 +383,41 @@ std::string compile_table(const Taula& table) {
     return image_of(PackedTable(graph_of(table).states));
 }
 
-std::unique_ptr<Image> Image::open(const std::string& path) {
+void Image::map(int file, std::size_t size) {
+    void* at = ::mmap(nullptr, size, PROT_READ, MAP_SHARED | MAP_POPULATE, file, 0);
+    if (at == MAP_FAILED) return;
+    mapped_ = static_cast<const char*>(at);
+    mapped_size_ = size;
+}
+
+std::string compile_table_text(std::string_view text) {
+    const std::size_t states = trusted_states(states_of_file(text), text.size());
+    return image_of(PackedTable(arcs_of_file(text, states)));
+}
+
+std::unique_ptr<Image> Image::open(const std::string& path, bool& compiled) {
+    compiled = false;
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (file < 0) return nullptr;
-    struct stat status {};
     std::unique_ptr<Image> image(new Image);
+    char magic[sizeof MAGIC];
+    struct stat status {};
     if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode) &&
-        static_cast<std::uint64_t>(status.st_size) >= sizeof(Header)) {
-        image->mapped_size_ = static_cast<std::size_t>(status.st_size);
-        void* at = ::mmap(nullptr, image->mapped_size_, PROT_READ,
-                          MAP_SHARED | MAP_POPULATE, file, 0);
-        if (at != MAP_FAILED) image->mapped_ = static_cast<const char*>(at);
+        ::pread(file, magic, sizeof magic, 0) == sizeof magic) {
+        compiled = is_compiled_table({magic, sizeof magic});
     }
+    if (compiled) image->map(file, static_cast<std::size_t>(status.st_size));
     ::close(file);
     if (image->mapped_ == nullptr) return nullptr;
     std::string_view bytes(image->mapped_, image->mapped_size_);
-    std::string turned;
-    if (is_compiled_table(bytes) && has_other_order(bytes)) {
-        turned = bytes;
+    if (has_other_order(bytes)) {
+        std::string turned(bytes);
         if (!turn_to_own(turned)) return nullptr;
         image->own_.resize(turned.size() / 8 + 1);
         std::memcpy(image->own_.data(), turned.data(), turned.size());
         bytes = {reinterpret_cast<const char*>(image->own_.data()), turned.size()};
     }
-    if (!defect_of_sound_order(bytes).empty()) return nullptr;
-    Header header;
-    std::memcpy(&header, bytes.data(), sizeof header);
-    image->view_ = layout_of(header).view(bytes.data());
+    if (!defect_of_sound_order(bytes, image->view_).empty()) return nullptr;
     return image;
 }
 

@@ -18,12 +18,17 @@ namespace lemara {
 /// Writes the header in front of a packed block.
 std::string image_of(const PackedTable& table);
 
-/// An image that was checked, in memory or mapped.
+/// What is wrong with the states and arcs of an image; empty if nothing is. No search
+/// minds such a defect, but there is no graph that the image stands for.
+std::string defect_of_graph(const PackedView& view);
+
+/// An image that is whole and safe to search, in memory or mapped.
 class Image {
 public:
-    /// Opens the file at `path`; null if it is no sound image. Maps it if it has this
-    /// machine's byte order, else reads and turns it.
-    static std::unique_ptr<Image> open(const std::string& path);
+    /// Opens the file at `path`; null if it is no such image. Maps it if it has this
+    /// machine's byte order, else reads and turns it. `compiled` tells whether the file
+    /// means to be one.
+    static std::unique_ptr<Image> open(const std::string& path, bool& compiled);
 
     ~Image();
     Image(const Image&) = delete;
@@ -33,6 +38,8 @@ public:
 
 private:
     Image() = default;
+
+    void map(int file, std::size_t size);
 
     const char* mapped_ = nullptr;
     std::size_t mapped_size_ = 0;

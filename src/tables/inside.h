@@ -6,6 +6,5 @@
 
 struct lemara::TableInside {
     static TableForms& forms(const Taula& table) { return *table.formak; }
-    static bool load_image(Taula& table) { return table.load_image(); }
-    static bool load_text_file(Taula& table) { return table.load_text_file(); }
+    static bool load_for_searches(Taula& table) { return table.load_for_searches(); }
 };

@@ -7,36 +7,73 @@
 #include <numeric>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "Egoera.h"
 #include "analysis/text_pieces.h"
+#include "tables/text_records.h"
 
 namespace lemara {
 namespace {
 
-/// Arcs, labels and symbols of a graph while it is being packed.
+/// Arcs, labels and symbols of a table while it is being packed.
 class Packer {
 public:
-    explicit Packer(const std::vector<Egoera*>& states) : states_(states) {
-        begin_.reserve(states.size() + 1);
+    explicit Packer(const std::vector<Egoera*>& states) : state_count_(states.size()) {
+        const auto leads_nowhere = [&](const Zubia& arc) {
+            return arc.hurrengo_egoera >= 0 &&
+                   (!exists(arc.hurrengo_egoera) ||
+                    states[static_cast<std::size_t>(arc.hurrengo_egoera)] == nullptr);
+        };
+        begin_.reserve(state_count_ + 1);
         for (const Egoera* state : states) {
             begin_.push_back(static_cast<std::uint32_t>(target_.size()));
             if (state == nullptr) continue;
             for (const Zubia* arc : state->zubiak) {
-                if (arc != nullptr) add(*arc);
+                if (arc == nullptr || leads_nowhere(*arc)) continue;
+                add(arc->hurrengo_egoera,
+                    label_for(arc->goiko_ikurra, arc->beheko_ikurra));
             }
         }
         begin_.push_back(static_cast<std::uint32_t>(target_.size()));
-        choose_classes();
-        find_masks();
-        place_states();
-        if (has_cycle(true)) cycles_ |= EMPTY_CYCLES;
-        if (has_cycle(false)) cycles_ |= ANY_CYCLES;
+        finish();
+    }
+
+    /// Labels are numbered as they come in the order of the states, as those of a graph.
+    explicit Packer(ArcsByState&& arcs)
+        : state_count_(arcs.state_count()),
+          begin_(std::move(arcs.begin)),
+          label_(std::move(arcs.pairs)),
+          target_(std::move(arcs.targets)) {
+        constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
+        std::vector<std::uint32_t> label_of_pair(arcs.symbols.size(), NONE);
+        first_.resize(target_.size());
+        std::uint32_t kept = 0, arc = 0;
+        for (std::size_t state = 0; state < state_count_; ++state) {
+            begin_[state] = kept;
+            for (const std::uint32_t end = begin_[state + 1]; arc < end; ++arc) {
+                const std::int32_t target = target_[arc];
+                if (target >= 0 && !exists(target)) continue;
+                std::uint32_t& label = label_of_pair[label_[arc]];
+                if (label == NONE) {
+                    const SymbolPair& symbols = arcs.symbols[label_[arc]];
+                    label = label_for(symbols.upper, symbols.lower);
+                }
+                target_[kept] = target;
+                label_[kept] = label;
+                first_[kept++] = first_of_label_[label];
+            }
+        }
+        begin_[state_count_] = kept;
+        target_.resize(kept);
+        label_.resize(kept);
+        first_.resize(kept);
+        finish();
     }
 
     PackedLayout layout() const {
         PackedLayout layout;
-        layout.state_count = static_cast<std::uint32_t>(states_.size());
+        layout.state_count = static_cast<std::uint32_t>(state_count_);
         layout.arc_count = static_cast<std::uint32_t>(target_.size());
         layout.label_count = static_cast<std::uint32_t>(labels_.size());
         layout.pool_size = static_cast<std::uint32_t>(pool_.size());
@@ -53,7 +90,7 @@ public:
         put(block + at.pool_at(), pool_.data(), pool_.size());
         std::vector<std::uint32_t> wide(static_cast<std::size_t>(at.wide_label_count()));
         char* states = block + PackedLayout::STATES_AT;
-        for (std::size_t state = 0; state < states_.size(); ++state) {
+        for (std::size_t state = 0; state < state_count_; ++state) {
             write_state(states, state, wide);
         }
         put(block + at.wide_labels_at(), wide.data(), wide.size());
@@ -72,8 +109,8 @@ private:
 
     /// Where each block stands, in units of 4 bytes.
     void place_states() {
-        place_.reserve(states_.size());
-        for (std::size_t state = 0; state < states_.size(); ++state) {
+        place_.reserve(state_count_);
+        for (std::size_t state = 0; state < state_count_; ++state) {
             place_.push_back(static_cast<StateRef>(size_));
             const std::size_t count = begin_[state + 1] - begin_[state];
             size_ += head_of(count) + 2 * count;
@@ -110,20 +147,32 @@ private:
         }
     }
 
-    void add(const Zubia& arc) {
-        const std::string& lower = arc.beheko_ikurra;
-        const int target = arc.hurrengo_egoera;
-        const bool dangling =
-            target >= 0 && (static_cast<std::size_t>(target) >= states_.size() ||
-                            states_[static_cast<std::size_t>(target)] == nullptr);
-        if (dangling) return;
-        target_.push_back(target);
-        label_.push_back(label_for(arc.goiko_ikurra, lower));
-        first_.push_back(lower.empty() ? std::uint8_t{0}
-                                       : static_cast<std::uint8_t>(lower[0]));
+    bool exists(std::int32_t state) const {
+        return state >= 0 && static_cast<std::size_t>(state) < state_count_;
     }
 
-    std::uint32_t label_for(const std::string& upper, const std::string& lower) {
+    void add(std::int32_t target, std::uint32_t label) {
+        target_.push_back(target);
+        label_.push_back(label);
+        first_.push_back(first_of_label_[label]);
+    }
+
+    void finish() {
+        fill_labels();
+        choose_classes();
+        find_masks();
+        place_states();
+        if (!has_cycle<false>()) return;
+        cycles_ |= ANY_CYCLES;
+        if (has_cycle<true>()) cycles_ |= EMPTY_CYCLES;
+    }
+
+    /// True if the arc's lower symbol is empty; one that is a NUL isn't.
+    bool is_empty(std::uint32_t arc) const {
+        return first_[arc] == 0 && labels_[label_[arc]].lower_size == 0;
+    }
+
+    std::uint32_t label_for(std::string_view upper, std::string_view lower) {
         // The size tells where the upper symbol ends, whatever bytes the two hold.
         const auto size = static_cast<std::uint32_t>(upper.size());
         key_.assign(reinterpret_cast<const char*>(&size), sizeof size);
@@ -137,15 +186,24 @@ private:
             label.upper_at = symbol_at(upper);
             label.lower_at = symbol_at(lower);
             labels_.push_back(label);
+            first_of_label_.push_back(
+                lower.empty() ? std::uint8_t{0} : static_cast<std::uint8_t>(lower[0]));
         }
         return found.first->second;
     }
 
-    std::uint32_t symbol_at(const std::string& symbol) {
+    std::uint32_t symbol_at(std::string_view symbol) {
         const auto found =
             symbol_places_.emplace(symbol, static_cast<std::uint32_t>(pool_.size()));
         if (found.second) pool_ += symbol;
         return found.first->second;
+    }
+
+    /// Any number that an arc may hold is one of a label once it's cut to its bits.
+    void fill_labels() {
+        std::size_t count = 1;
+        while (count < labels_.size()) count *= 2;
+        labels_.resize(count, PackedLabel{});
     }
 
     /// The commonest bytes get a mask bit of their own, the rest share.
@@ -170,7 +228,7 @@ private:
     /// cycles of empty arcs do no harm; states are visited from the back, since targets
     /// tend to have the higher numbers.
     void find_masks() {
-        mask_.assign(states_.size(), 0);
+        mask_.assign(state_count_, 0);
         // The empty arcs by target, as lists: the first one of a state, and the next of
         // each.
         constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
@@ -178,22 +236,29 @@ private:
             std::uint32_t source, next;
         };
         std::vector<EmptyArc> empty_arcs;
-        std::vector<std::uint32_t> into(states_.size(), NONE);
-        std::vector<std::uint32_t> open;
-        for (std::uint32_t state = 0; state < states_.size(); ++state) {
+        empty_arcs.reserve(
+            static_cast<std::size_t>(std::count(first_.begin(), first_.end(), 0)));
+        std::vector<std::uint32_t>& into = of_states_;
+        into.assign(state_count_, NONE);
+        for (std::uint32_t state = 0; state < state_count_; ++state) {
+            std::uint16_t mask = 0;
             for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
-                if (labels_[label_[arc]].lower_size != 0) {
-                    mask_[state] |=
-                        static_cast<std::uint16_t>(1u << byte_class_[first_[arc]]);
+                if (!is_empty(arc)) {
+                    mask |= static_cast<std::uint16_t>(1u << byte_class_[first_[arc]]);
                 } else if (target_[arc] < 0) {
-                    mask_[state] |= PackedView::END_BIT;
+                    mask |= PackedView::END_BIT;
                 } else {
                     std::uint32_t& first = into[static_cast<std::size_t>(target_[arc])];
                     empty_arcs.push_back({state, first});
                     first = static_cast<std::uint32_t>(empty_arcs.size() - 1);
                 }
             }
-            if (mask_[state] != 0) open.push_back(state);
+            mask_[state] = mask;
+        }
+        std::vector<std::uint32_t>& open = open_states_;
+        open.clear();
+        for (std::uint32_t state = 0; state < state_count_; ++state) {
+            if (mask_[state] != 0 && into[state] != NONE) open.push_back(state);
         }
         while (!open.empty()) {
             const std::uint32_t state = open.back();
@@ -204,33 +269,35 @@ private:
                     static_cast<std::uint16_t>(mask_[source] | mask_[state]);
                 if (mask == mask_[source]) continue;
                 mask_[source] = mask;
-                open.push_back(source);
+                if (into[source] != NONE) open.push_back(source);
             }
         }
     }
 
     /// True if arcs form a cycle: all of them, or those with an empty lower symbol.
     /// States that no arc enters are taken away until none is left, or none can go.
-    bool has_cycle(bool empty_alone) const {
+    template <bool EMPTY_ALONE>
+    bool has_cycle() {
         const auto counts = [&](std::uint32_t arc) {
-            return target_[arc] >= 0 &&
-                   (!empty_alone || labels_[label_[arc]].lower_size == 0);
+            return target_[arc] >= 0 && (!EMPTY_ALONE || is_empty(arc));
         };
         if (target_.empty()) return false;
-        std::vector<std::uint32_t> entries(states_.size(), 0);
+        std::vector<std::uint32_t>& entries = of_states_;
+        entries.assign(state_count_, 0);
         for (std::uint32_t arc = 0; arc < target_.size(); ++arc) {
             if (counts(arc)) ++entries[static_cast<std::size_t>(target_[arc])];
         }
-        std::vector<std::uint32_t> open;
+        std::vector<std::uint32_t>& open = open_states_;
+        open.clear();
         for (std::uint32_t state = 0; state < entries.size(); ++state) {
             if (entries[state] == 0) open.push_back(state);
         }
         std::size_t taken = 0;
         while (!open.empty()) {
-            const std::uint32_t state = open.back();
+            const std::uint32_t state = open.back(), end = begin_[state + 1];
             open.pop_back();
             ++taken;
-            for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
+            for (std::uint32_t arc = begin_[state]; arc < end; ++arc) {
                 if (!counts(arc)) continue;
                 const auto target = static_cast<std::uint32_t>(target_[arc]);
                 if (--entries[target] == 0) open.push_back(target);
@@ -239,14 +306,15 @@ private:
         return taken < entries.size();
     }
 
-    const std::vector<Egoera*>& states_;
+    std::size_t state_count_;
     std::uint32_t cycles_ = 0;
     std::vector<std::uint32_t> begin_, label_;
     std::vector<std::uint16_t> mask_;  // by state: what can follow in it
     std::vector<std::int32_t> target_;
-    std::vector<StateRef> place_;  // by state
-    std::size_t size_ = 0;         // of all blocks, in units of 4 bytes
-    std::vector<std::uint8_t> first_;
+    std::vector<StateRef> place_;                         // by state
+    std::vector<std::uint32_t> of_states_, open_states_;  // of one step at a time
+    std::size_t size_ = 0;  // of all blocks, in units of 4 bytes
+    std::vector<std::uint8_t> first_, first_of_label_;
     std::vector<PackedLabel> labels_;
     std::string pool_, key_;
     std::array<std::uint8_t, 256> byte_class_{};
@@ -289,6 +357,7 @@ PackedView PackedLayout::view(const char* block) const {
     view.state_count = state_count;
     view.arc_count = arc_count;
     view.label_count = label_count;
+    view.label_mask = label_count - 1;
     view.pool_size = pool_size;
     view.states_size = states_size;
     view.cycles = cycles;
@@ -304,8 +373,12 @@ PackedView PackedLayout::view(const char* block) const {
     return view;
 }
 
-PackedTable::PackedTable(const std::vector<Egoera*>& states) {
-    const Packer packer(states);
+PackedTable::PackedTable(const std::vector<Egoera*>& states) { take(Packer(states)); }
+
+PackedTable::PackedTable(ArcsByState&& arcs) { take(Packer(std::move(arcs))); }
+
+template <class Packer>
+void PackedTable::take(const Packer& packer) {
     const PackedLayout layout = packer.layout();
     bytes_ = static_cast<std::size_t>(layout.total());
     block_.assign(bytes_ / 8 + 1, 0);

@@ -30,6 +30,8 @@ class Egoera;
 
 namespace lemara {
 
+struct ArcsByState;
+
 /// Where the symbols of a label stand in the pool.
 struct PackedLabel {
     // What a generation asks of an upper symbol.
@@ -84,13 +86,18 @@ constexpr std::uint32_t EMPTY_CYCLES = 1;  // arcs with an empty lower symbol fo
 constexpr std::uint32_t ANY_CYCLES = 2;    // arcs of any kind form a cycle
 
 /// Read-only view of a packed table. The block that it looks at belongs to somebody else.
+///
+/// An image is not looked through before it is searched, so nothing is taken for granted
+/// of its arcs: whatever place and label an arc names, `state` and `label_of` lead to
+/// memory of the block.
 struct PackedView {
     static constexpr int CLASS_OF_END = 15;  // mask bit of the end of the token
     static constexpr std::uint16_t END_BIT = std::uint16_t{1} << CLASS_OF_END;
 
     std::uint32_t state_count = 0;
     std::uint32_t arc_count = 0;
-    std::uint32_t label_count = 0;
+    std::uint32_t label_count = 0;  // a power of two; those behind the last one are empty
+    std::uint32_t label_mask = 0;   // one less
     std::uint32_t pool_size = 0;
     std::uint32_t states_size = 0;               // of all blocks, in units of 4 bytes
     std::uint32_t cycles = 0;                    // EMPTY_CYCLES, ANY_CYCLES
@@ -107,17 +114,18 @@ struct PackedView {
     /// word.
     static constexpr std::uint8_t MANY_ARCS = 255;
 
+    /// Bytes that may be read behind the states: as far as a block reaches whose first
+    /// byte is the last that can be one.
+    static constexpr std::size_t BEHIND_STATES = 2304;
+
+    /// The state at a place; one without arcs if no block can stand there.
     PackedState state(StateRef ref) const {
+        if (static_cast<std::uint32_t>(ref) >= states_size) return nowhere();
         const std::uint8_t* block = states + 4 * static_cast<std::size_t>(ref);
-        std::uint32_t count = *block++;
-        std::size_t head = (count + 4) & ~std::size_t{3};
-        if (count == MANY_ARCS) {
-            std::memcpy(&count, block + 3, sizeof count);
-            block += 7;
-            head = 8 + ((count + std::size_t{3}) & ~std::size_t{3});
-        }
-        const std::uint8_t* start = states + 4 * static_cast<std::size_t>(ref);
-        return {count, block, reinterpret_cast<const PackedArc*>(start + head)};
+        const std::uint32_t count = *block;
+        if (count == MANY_ARCS) return large_state(ref);
+        const std::size_t head = (count + 4) & ~std::size_t{3};
+        return {count, block + 1, reinterpret_cast<const PackedArc*>(block + head)};
     }
 
     /// The place behind a state's block.
@@ -135,10 +143,16 @@ struct PackedView {
         return ref;
     }
 
+    /// The label of an arc, whatever number it holds.
     std::uint32_t label_of(const PackedArc& arc) const {
+        if (wide_labels == nullptr) return arc.label & label_mask;
+        return wide_label_of(arc) & label_mask;
+    }
+
+    /// The number itself.
+    std::uint32_t written_label_of(const PackedArc& arc) const {
         if (wide_labels == nullptr) return arc.label & (PackedArc::LONG - 1);
-        const auto place = reinterpret_cast<const std::uint8_t*>(&arc) - states;
-        return wide_labels[place / 8];
+        return wide_label_of(arc);
     }
     std::string_view upper(std::uint32_t label) const {
         return {pool + labels[label].upper_at, labels[label].upper_size};
@@ -149,7 +163,32 @@ struct PackedView {
     std::uint16_t bit_of(std::uint8_t byte) const {
         return static_cast<std::uint16_t>(1u << byte_class[byte]);
     }
+
+private:
+    PackedState nowhere() const {
+        return {0, states, reinterpret_cast<const PackedArc*>(states)};
+    }
+
+    std::uint32_t wide_label_of(const PackedArc& arc) const {
+        const auto place = reinterpret_cast<const std::uint8_t*>(&arc) - states;
+        return wide_labels[place / 8];
+    }
+
+    /// One of MANY_ARCS or more; its block must lie among the others.
+    PackedState large_state(StateRef ref) const {
+        const std::uint8_t* block = states + 4 * static_cast<std::size_t>(ref);
+        std::uint32_t count = 0;
+        std::memcpy(&count, block + 4, sizeof count);
+        const std::uint64_t head = 8 + ((count + std::uint64_t{3}) & ~std::uint64_t{3});
+        const std::uint64_t size = head + sizeof(PackedArc) * std::uint64_t{count};
+        if (size / 4 > states_size - static_cast<std::uint32_t>(ref)) return nowhere();
+        return {count, block + 8, reinterpret_cast<const PackedArc*>(block + head)};
+    }
 };
+
+static_assert(PackedView::BEHIND_STATES >=
+                  PackedView::MANY_ARCS * (1 + sizeof(PackedArc)) + 1,
+              "a block that begins among the states ends in the memory behind them");
 
 /// The arcs among `count` (at most 64) from `first` on whose byte is `byte` or 0, as
 /// bits.
@@ -182,6 +221,9 @@ public:
     /// passed over. Cost: linear in the records.
     explicit PackedTable(const std::vector<Egoera*>& states);
 
+    /// The same for the records of a text: what its graph would be packed to.
+    explicit PackedTable(ArcsByState&& arcs);
+
     const PackedView& view() const { return view_; }
 
     /// The block, in the layout of image.h, header included but not filled in.
@@ -189,6 +231,9 @@ public:
     std::size_t block_bytes() const { return bytes_; }
 
 private:
+    template <class Packer>
+    void take(const Packer& packer);
+
     std::vector<std::uint64_t> block_;
     std::size_t bytes_ = 0;
     PackedView view_;
@@ -206,13 +251,14 @@ struct PackedLayout {
     static constexpr std::size_t STATES_AT = CLASSES_AT + 256;
 
     std::uint64_t labels_at() const {
-        return STATES_AT + 4 * std::uint64_t{states_size} + PackedView::PADDING;
+        return STATES_AT + 4 * std::uint64_t{states_size} + PackedView::BEHIND_STATES;
     }
     std::uint64_t wide_labels_at() const {
         return labels_at() + sizeof(PackedLabel) * std::uint64_t{label_count};
     }
     std::uint64_t wide_label_count() const {
-        return wide_labels ? std::uint64_t{states_size} / 2 + 1 : 0;
+        if (!wide_labels) return 0;
+        return (4 * std::uint64_t{states_size} + PackedView::BEHIND_STATES) / 8 + 1;
     }
     std::uint64_t pool_at() const { return wide_labels_at() + 4 * wide_label_count(); }
     std::uint64_t total() const { return pool_at() + pool_size + PackedView::PADDING; }

@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "lemara/compiled_table.h"
 #include "support.h"
 #include "table_text.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 using lemara::test::data_file;
 using lemara::test::describe;
+using lemara::test::KA;
 using lemara::test::stdout_of;
 using lemara::test::TempDir;
 using Strings = std::vector<std::string>;
@@ -220,6 +222,71 @@ TEST(Taula, LoadsTheFileForm) {
         const Taula table(folder.write("t.sare", c.text));
         EXPECT_EQ(describe(table), c.states);
     }
+}
+
+// A text is packed from its records. That gives what its graph is packed to, which a second,
+// null load makes anew; and a table that is loaded for searches alone unfolds to the graph.
+TEST(Taula, TheGraphAndTheRecordsArePackedToTheSame) {
+    const TempDir folder;
+    std::vector<std::string> texts;
+    for (const LoadCase& c : BOTH_FORMS) texts.push_back(c.text);
+    for (const LoadCase& c : FILE_FORM) texts.push_back(c.text);
+    texts.push_back("0\ta\t1\n0\ta:a\t1\n0\t:<>\t1\n0\t::<>\t1\nfinal: 1\n0\t<>:\t7\n");
+    texts.push_back("final: -1\n");
+    for (const std::string& text : texts) {
+        SCOPED_TRACE(text);
+        const Taula with_graph(folder.write("t.sare", text));
+        const std::string image = lemara::compile_table(with_graph);
+        EXPECT_EQ(lemara::compile_table_text(text), image);
+        Taula lean;
+        lean.fitxategia = with_graph.fitxategia;
+        EXPECT_EQ(lemara::load_for_searches(lean), !with_graph.egoerak.empty());
+        EXPECT_TRUE(lean.egoerak.empty());
+        EXPECT_EQ(lemara::compile_table(lean), image);
+        for (const char* word : {"", "a", "b", "ab"}) {
+            EXPECT_EQ(lemara::test::analyses_of(lean.analizatuTokena(word)),
+                      lemara::test::analyses_of(with_graph.analizatuTokena(word)));
+        }
+    }
+}
+
+TEST(Taula, LoadsForSearchesAlone) {
+    const TempDir folder;
+    Taula table;
+    table.fitxategia = folder.write("t.sare", KA);
+    ASSERT_TRUE(lemara::load_for_searches(table));
+    EXPECT_TRUE(table.egoerak.empty());
+    EXPECT_EQ(table.analizatuTokena("ka").size(), 1u);
+    EXPECT_EQ(stdout_of([&] { table.printTaula(); }),
+              stdout_of([&] { Taula(table.fitxategia).printTaula(); }));
+    table.addZubiaTaulan(2, false, new Zubia(3, "<ADJ>", ""));
+    EXPECT_EQ(describe(table), (Strings{"k/k>1", "a/a>2", "<IZE>/>3 <ADJ>/>3", "! #"}))
+        << "a change unfolds the graph";
+    EXPECT_EQ(table.analizatuTokena("ka").size(), 2u);
+    ASSERT_TRUE(lemara::load_for_searches(table));
+    EXPECT_EQ(table.egoerak.size(), 8u) << "behind a graph there is a graph";
+    EXPECT_EQ(table.analizatuTokena("ka").size(), 2u * 2u * 3u * 2u);
+
+    Taula secret;
+    secret.fitxategia = folder.write("SARE8", crypt_encode(KA));
+    ASSERT_TRUE(lemara::load_for_searches(secret));
+    EXPECT_TRUE(secret.egoerak.empty());
+    EXPECT_EQ(secret.analizatuTokena("ka").size(), 1u);
+
+    Taula twice;
+    twice.fitxategia = folder.path("t.sare");
+    lemara::load_for_searches(twice);
+    lemara::load_for_searches(twice);
+    Taula twice_kept(twice.fitxategia);
+    twice_kept.kargatu();
+    EXPECT_EQ(describe(twice), describe(twice_kept));
+
+    Taula missing;
+    missing.fitxategia = folder.path("ez.sare");
+    EXPECT_EQ(stdout_of([&] { EXPECT_FALSE(lemara::load_for_searches(missing)); }),
+              "[" + missing.fitxategia + " ]  kontatzeko taula ezin da ireki!");
+    missing.fitxategia = folder.path("ez.SARE8");
+    EXPECT_EQ(stdout_of([&] { EXPECT_FALSE(lemara::load_for_searches(missing)); }), "");
 }
 
 TEST(Taula, LoadsTheMemoryForm) {

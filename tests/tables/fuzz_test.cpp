@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "Taula.h"
+#include "lemara/compiled_table.h"
 #include "plain_search.h"
 #include "random_bytes.h"
 #include "support.h"
@@ -273,6 +274,8 @@ TEST(TableFuzz, AnyBytesMakeATable) {
             ASSERT_EQ(head(describe(from_file)), head(*file));
         }
         ASSERT_NO_FATAL_FAILURE(search(from_file, random, hits));
+        ASSERT_EQ(lemara::compile_table_text(bytes), lemara::compile_table(from_file))
+            << "the records and the graph are packed to the same";
 
         Taula from_memory;
         lemara::test::load_text(from_memory, bytes);

@@ -33,7 +33,7 @@ const Case CASES[] = {
 TEST(Compiled, TextComesBackAsItWas) {
     for (const Case& c : CASES) {
         SCOPED_TRACE(c.label);
-        const std::string image = compiled_from_text(c.text);
+        const std::string image = lemara::compile_table_text(c.text);
         EXPECT_EQ(lemara::compiled_table_defect(image), "");
         EXPECT_EQ(text_from_compiled(image), c.text);
         EXPECT_EQ(text_from_compiled(lemara::with_other_byte_order(image)), c.text);
@@ -41,7 +41,7 @@ TEST(Compiled, TextComesBackAsItWas) {
 }
 
 TEST(Compiled, EveryFlippedByteIsSeen) {
-    const std::string image = compiled_from_text(CASES[1].text);
+    const std::string image = lemara::compile_table_text(CASES[1].text);
     for (std::size_t i = 0; i < image.size(); ++i) {
         std::string damaged = image;
         damaged[i] = static_cast<char>(damaged[i] ^ 0x10);
