@@ -4,6 +4,10 @@
 #include <string>
 #include <string_view>
 
+namespace lemara {
+class CommonParts;
+}
+
 /// One piece of an analysis string.
 ///
 /// An analysis string is Latin-1 text: the characters of the lemma, then tags ("<IZE>"),
@@ -72,6 +76,9 @@ public:
     static bool CompareLemaLuzera(const Analisia& a, const Analisia& b);
 
 private:
+    Analisia(const lemara::CommonParts& parts, std::string&& analisia,
+             std::string&& hiztegia);
+    void take_apart();
     bool read_tags(std::string_view text);
 };
 

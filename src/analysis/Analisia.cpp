@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/CommonParts.h"
 #include "analysis/text_pieces.h"
 #include "karaktereak.h"
 
@@ -171,7 +172,21 @@ private:
 }  // namespace
 
 Analisia::Analisia(std::string analisia_, std::string hiztegia_)
-    : analisia(std::move(analisia_)), hiztegia(std::move(hiztegia_)) {
+    : Analisia(lemara::CommonParts(analisia_), std::move(analisia_),
+               std::move(hiztegia_)) {}
+
+Analisia::Analisia(const lemara::CommonParts& parts, std::string&& analisia_,
+                   std::string&& hiztegia_)
+    : analisia(std::move(analisia_)),
+      lema(parts.lemma()),
+      etiketa(parts.tags()),
+      twol(parts.twol()),
+      hiztegia(std::move(hiztegia_)) {
+    if (!parts.found()) take_apart();
+}
+
+/// The general road.
+void Analisia::take_apart() {
     const std::string_view text = lemara::up_to_nul(analisia);
     const std::size_t plain = end_of_plain_lemma(text);
     bool groups = false;
