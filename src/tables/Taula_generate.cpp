@@ -1,8 +1,10 @@
 // Form generation: a lemma and its tags against the upper side of the table. The search
 // itself is in packed_walk.h. Tests: tests/tables/Taula_generate_test.cpp.
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,27 +15,60 @@
 
 namespace {
 
-/// Turns the results of a search into records, and gives them to `take` until it answers
-/// false.
-template <class Take>
-auto recorder(const std::string& network, Take take) {
-    return
-        [&network, take](const char* upper, std::size_t size, lemara::PathText& lower) {
-            aldatuMaiuskulakLow(upper, const_cast<char*>(lower.c_str()));
-            Analisia record(std::string(upper, size), network);
-            record.forma = std::string(lower.view());
-            return take(std::move(record));
-        };
+/// aldatuMaiuskulakLow, where `upper` mostly has no capital in front of its first tag.
+void carry_capitals(std::string_view upper, lemara::PathText& lower) {
+    for (const char c : upper) {
+        if (c == '<') return;
+        if (c >= 'A' && c <= 'Z') break;
+    }
+    aldatuMaiuskulakLow(upper.data(), const_cast<char*>(lower.c_str()));
 }
 
-/// The same for a vector, in place: a record is large to move.
-auto collector(std::vector<Analisia>& records, const std::string& network) {
-    return [&](const char* upper, std::size_t size, lemara::PathText& lower) {
-        aldatuMaiuskulakLow(upper, const_cast<char*>(lower.c_str()));
-        records.emplace_back(std::string(upper, size), network).forma = lower.view();
-        return true;
+/// Gives the results of a search as records to `take`, until it answers false.
+template <class Take>
+auto recorder(const std::string& network, Take take) {
+    return [&network, take](std::string_view upper, lemara::PathText& lower) {
+        carry_capitals(upper, lower);
+        Analisia record(std::string(upper), network);
+        record.forma = std::string(lower.view());
+        return take(std::move(record));
     };
 }
+
+/// The results of a search as bare texts. A record is large to move, so records are made
+/// when it is known how many there are.
+class Results {
+public:
+    bool operator()(std::string_view upper, lemara::PathText& lower) {
+        carry_capitals(upper, lower);
+        texts_.append(upper);
+        texts_.append(lower.view());
+        sizes_.push({upper.size(), lower.size()});
+        return true;
+    }
+
+    void append_to(std::vector<Analisia>& records, const std::string& network) const {
+        const std::size_t needed = records.size() + sizes_.size();
+        // Twofold at least, so that many calls for one vector stay linear.
+        if (needed > records.capacity())
+            records.reserve(std::max(needed, 2 * records.capacity()));
+        std::string_view rest = texts_.view();
+        for (std::size_t i = 0; i < sizes_.size(); ++i) {
+            const auto [upper, lower] = sizes_[i];
+            records.emplace_back(std::string(rest.substr(0, upper)), network).forma =
+                rest.substr(upper, lower);
+            rest.remove_prefix(upper + lower);
+        }
+    }
+
+private:
+    struct Sizes {
+        std::size_t upper, lower;
+    };
+
+    lemara::PathText texts_;
+    lemara::InlineStack<Sizes, 16> sizes_;
+};
 
 }  // namespace
 
@@ -52,11 +87,13 @@ std::vector<Analisia> Taula::sortuFormak(std::string lema, std::string etiketak,
         etiketak.erase(at, 2);
     }
     const std::string target = lema + etiketak;
-    std::vector<Analisia> records;
     lemara::PackedGeneration search(
         lemara::packed_form(*this),
         lemara::up_to_nul(target).substr(0, lemara::TARGET_LIMIT), etiketanGelditu);
-    search.run(0, collector(records, hiztegia));
+    Results results;
+    search.run(0, std::ref(results));
+    std::vector<Analisia> records;
+    results.append_to(records, hiztegia);
     return records;
 }
 
@@ -68,7 +105,9 @@ std::vector<Analisia>& Taula::birsortuFormak(const char* helburua,
     lemara::PackedGeneration search(lemara::packed_form(*this), lemara::text_of(helburua),
                                     etiketanGelditu);
     search.start_with(lemara::text_of(goikoa), lower);
-    search.run(egoera, collector(emaitzak, hiztegia));
+    Results results;
+    search.run(egoera, std::ref(results));
+    results.append_to(emaitzak, hiztegia);
     // Capitals stay in the caller's text, as they stay in the search's own.
     if (behekoa != nullptr) std::memcpy(behekoa, search.lower_data(), lower.size());
     return emaitzak;

@@ -409,7 +409,8 @@ private:
     template <class Emit>
     void result(Emit& emit) {
         budget_.spend(RESULT_COST + upper_.size() + lower_.size());
-        if (!emit(upper_.c_str(), upper_.size(), lower_)) budget_.use_up();
+        upper_.c_str();  // ends it
+        if (!emit(upper_.view(), lower_)) budget_.use_up();
     }
 
     /// True if the target goes on as the symbol says, as far as both reach.
