@@ -6,7 +6,8 @@
 
 namespace lemara {
 class CommonParts;
-}
+struct RecordText;
+}  // namespace lemara
 
 /// One piece of an analysis string.
 ///
@@ -51,6 +52,9 @@ public:
     /// address keeps its own.
     Analisia(std::string analisia, std::string hiztegia);
 
+    /// The same, and `forma` filled in. For the library alone, which knows what it takes.
+    explicit Analisia(const lemara::RecordText& text);
+
     Analisia(const Analisia&) = default;
     Analisia(Analisia &&) = default;
     Analisia& operator=(const Analisia&) = default;
@@ -77,7 +81,7 @@ public:
 
 private:
     Analisia(const lemara::CommonParts& parts, std::string&& analisia,
-             std::string&& hiztegia);
+             std::string&& hiztegia, std::string_view forma);
     void take_apart();
     bool read_tags(std::string_view text);
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "analysis/CommonParts.h"
+#include "analysis/RecordText.h"
 #include "analysis/text_pieces.h"
 #include "karaktereak.h"
 
@@ -172,16 +173,21 @@ private:
 }  // namespace
 
 Analisia::Analisia(std::string analisia_, std::string hiztegia_)
-    : Analisia(lemara::CommonParts(analisia_), std::move(analisia_),
-               std::move(hiztegia_)) {}
+    : Analisia(lemara::CommonParts(analisia_), std::move(analisia_), std::move(hiztegia_),
+               {}) {}
+
+Analisia::Analisia(const lemara::RecordText& text)
+    : Analisia(lemara::CommonParts(text.analisia), std::string(text.analisia),
+               std::string(text.hiztegia), text.forma) {}
 
 Analisia::Analisia(const lemara::CommonParts& parts, std::string&& analisia_,
-                   std::string&& hiztegia_)
+                   std::string&& hiztegia_, std::string_view forma_)
     : analisia(std::move(analisia_)),
       lema(parts.lemma()),
       etiketa(parts.tags()),
       twol(parts.twol()),
-      hiztegia(std::move(hiztegia_)) {
+      hiztegia(std::move(hiztegia_)),
+      forma(forma_) {
     if (!parts.found()) take_apart();
 }
 

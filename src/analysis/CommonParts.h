@@ -8,6 +8,7 @@
 // Tests: tests/analysis/CommonParts_test.cpp, against the extractors of a record.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -80,24 +81,22 @@ private:
         std::uint64_t foreign = 0;  // what the common form doesn't hold
         std::uint64_t kind = 0;  // what makes a tag a special one, in front of its name
 
+        /// `size` is STEP or more.
         Signs(const char* text, std::size_t size) {
-            for (std::size_t at = 0; at < size; at += STEP) {
-                const __m128i bytes = load(text + at);
-                const __m128i other =
-                    _mm_or_si128(_mm_or_si128(equal(bytes, '['), equal(bytes, '+')),
-                                 equal(bytes, '\0'));
-                const __m128i special =
-                    _mm_or_si128(_mm_or_si128(equal(bytes, '0'), equal(bytes, '1')),
-                                 equal(bytes, 'h'));
-                open |= bits(equal(bytes, '<')) << at;
-                close |= bits(equal(bytes, '>')) << at;
-                foreign |= bits(other) << at;
-                kind |= bits(special) << at;
-            }
-            const std::uint64_t inside = (std::uint64_t{1} << size) - 1;
-            open &= inside;
-            close &= inside;
-            foreign &= inside;
+            for (std::size_t at = 0; at + STEP < size; at += STEP) look(text, at);
+            look(text, size - STEP);  // at some bytes again
+        }
+
+        void look(const char* text, std::size_t at) {
+            const __m128i bytes = load(text + at);
+            const __m128i other = _mm_or_si128(
+                _mm_or_si128(equal(bytes, '['), equal(bytes, '+')), equal(bytes, '\0'));
+            const __m128i special = _mm_or_si128(
+                _mm_or_si128(equal(bytes, '0'), equal(bytes, '1')), equal(bytes, 'h'));
+            open |= bits(equal(bytes, '<')) << at;
+            close |= bits(equal(bytes, '>')) << at;
+            foreign |= bits(other) << at;
+            kind |= bits(special) << at;
         }
     };
 
@@ -122,7 +121,10 @@ inline CommonParts::CommonParts(std::string_view text) {
     const std::size_t size = text.size();
     if (size > MOST) return;
     std::memcpy(text_, text.data(), size);
-    const Signs signs(text_, size);
+    // Bytes that were copied this moment are slow to load again, so the signs are looked
+    // for in the text itself, unless a look would go beyond it.
+    if (size < STEP) std::memset(text_ + size, ' ', STEP - size);
+    const Signs signs(size < STEP ? text_ : text.data(), std::max(size, STEP));
     if (!is_common({text_, size}, signs)) return;
     found_ = true;
     lemma_size_ = static_cast<std::size_t>(__builtin_ctzll(signs.open));

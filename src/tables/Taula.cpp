@@ -28,6 +28,10 @@ lemara::LazyTransducer& lemara::lazy_form(const Taula& table) {
     return TableInside::forms(table).lazy(table.egoerak);
 }
 
+lemara::UpperArcs& lemara::upper_form(const Taula& table) {
+    return TableInside::forms(table).upper(table.egoerak);
+}
+
 namespace {
 
 /// A state as it was in the graph that an image was compiled from.

@@ -9,19 +9,37 @@
 #include <vector>
 
 #include "Taula.h"
+#include "analysis/RecordText.h"
 #include "iragazkiak.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
 
 namespace {
 
-/// aldatuMaiuskulakLow, where `upper` mostly has no capital in front of its first tag.
-void carry_capitals(std::string_view upper, lemara::PathText& lower) {
-    for (const char c : upper) {
-        if (c == '<') return;
-        if (c >= 'A' && c <= 'Z') break;
+/// True if a capital stands in front of the first tag, as far as 16 bytes tell.
+bool may_hold_capital(std::string_view upper) {
+#ifdef __SSE2__
+    if (upper.size() >= 16) {
+        const __m128i bytes =
+            _mm_loadu_si128(reinterpret_cast<const __m128i*>(upper.data()));
+        // Signed bytes: those from 128 on are below "A".
+        const __m128i capital =
+            _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8('A' - 1)),
+                          _mm_cmplt_epi8(bytes, _mm_set1_epi8('Z' + 1)));
+        const __m128i open = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<'));
+        const auto capitals = static_cast<unsigned>(_mm_movemask_epi8(capital));
+        const auto opens = static_cast<unsigned>(_mm_movemask_epi8(open));
+        return opens == 0 || (capitals & ((opens & -opens) - 1)) != 0;
     }
-    aldatuMaiuskulakLow(upper.data(), const_cast<char*>(lower.c_str()));
+#endif
+    return true;
+}
+
+/// aldatuMaiuskulakLow, which has nothing to carry as a rule.
+void carry_capitals(std::string_view upper, lemara::PathText& lower) {
+    if (may_hold_capital(upper)) {
+        aldatuMaiuskulakLow(upper.data(), const_cast<char*>(lower.c_str()));
+    }
 }
 
 /// Gives the results of a search as records to `take`, until it answers false.
@@ -29,9 +47,7 @@ template <class Take>
 auto recorder(const std::string& network, Take take) {
     return [&network, take](std::string_view upper, lemara::PathText& lower) {
         carry_capitals(upper, lower);
-        Analisia record(std::string(upper), network);
-        record.forma = std::string(lower.view());
-        return take(std::move(record));
+        return take(Analisia(lemara::RecordText{upper, network, lower.view()}));
     };
 }
 
@@ -55,8 +71,8 @@ public:
         std::string_view rest = texts_.view();
         for (std::size_t i = 0; i < sizes_.size(); ++i) {
             const auto [upper, lower] = sizes_[i];
-            records.emplace_back(std::string(rest.substr(0, upper)), network).forma =
-                rest.substr(upper, lower);
+            records.emplace_back(lemara::RecordText{rest.substr(0, upper), network,
+                                                    rest.substr(upper, lower)});
             rest.remove_prefix(upper + lower);
         }
     }
@@ -75,8 +91,8 @@ private:
 void lemara::for_each_form(const Taula& table, const std::string& target,
                            bool stop_at_tag,
                            const std::function<bool(Analisia&&)>& take) {
-    PackedGeneration search(packed_form(table), up_to_nul(target).substr(0, TARGET_LIMIT),
-                            stop_at_tag);
+    PackedGeneration search(packed_form(table), upper_form(table),
+                            up_to_nul(target).substr(0, TARGET_LIMIT), stop_at_tag);
     search.run(0, recorder(table.hiztegia, take));
 }
 
@@ -88,7 +104,7 @@ std::vector<Analisia> Taula::sortuFormak(std::string lema, std::string etiketak,
     }
     const std::string target = lema + etiketak;
     lemara::PackedGeneration search(
-        lemara::packed_form(*this),
+        lemara::packed_form(*this), lemara::upper_form(*this),
         lemara::up_to_nul(target).substr(0, lemara::TARGET_LIMIT), etiketanGelditu);
     Results results;
     search.run(0, std::ref(results));
@@ -102,8 +118,8 @@ std::vector<Analisia>& Taula::birsortuFormak(const char* helburua,
                                              char* goikoa, char* behekoa,
                                              bool etiketanGelditu, bool) const {
     const std::string_view lower = lemara::text_of(behekoa);
-    lemara::PackedGeneration search(lemara::packed_form(*this), lemara::text_of(helburua),
-                                    etiketanGelditu);
+    lemara::PackedGeneration search(lemara::packed_form(*this), lemara::upper_form(*this),
+                                    lemara::text_of(helburua), etiketanGelditu);
     search.start_with(lemara::text_of(goikoa), lower);
     Results results;
     search.run(egoera, std::ref(results));

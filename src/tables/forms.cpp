@@ -5,6 +5,7 @@
 #include "Egoera.h"
 #include "tables/image.h"
 #include "tables/lazy_transducer.h"
+#include "tables/UpperArcs.h"
 
 namespace lemara {
 namespace {
@@ -35,14 +36,16 @@ struct TableForms::Current {
           mark(fingerprint(graph)),
           table(std::make_unique<PackedTable>(graph)),
           view(table->view()),
-          lazy(view) {}
+          lazy(view),
+          upper(view) {}
 
     explicit Current(std::unique_ptr<Image> mapped)
         : state_count(0),
           mark(fingerprint({})),
           image(std::move(mapped)),
           view(image->view()),
-          lazy(view) {}
+          lazy(view),
+          upper(view) {}
 
     std::size_t state_count;
     std::uint64_t mark;
@@ -50,6 +53,7 @@ struct TableForms::Current {
     std::unique_ptr<Image> image;
     PackedView view;
     LazyTransducer lazy;
+    UpperArcs upper;
 };
 
 TableForms::TableForms() = default;
@@ -98,6 +102,10 @@ const PackedView* TableForms::image_view(const std::vector<Egoera*>& graph) {
 
 LazyTransducer& TableForms::lazy(const std::vector<Egoera*>& graph) {
     return current(graph).lazy;
+}
+
+UpperArcs& TableForms::upper(const std::vector<Egoera*>& graph) {
+    return current(graph).upper;
 }
 
 }  // namespace lemara

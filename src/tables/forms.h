@@ -21,6 +21,7 @@
 namespace lemara {
 
 class LazyTransducer;
+class UpperArcs;
 class Image;
 
 /// To be called behind every change of a graph.
@@ -37,6 +38,9 @@ public:
 
     /// Its lower side, made deterministic on demand.
     LazyTransducer& lazy(const std::vector<Egoera*>& graph);
+
+    /// Its arcs by what they write on the upper side, as far as they were asked for.
+    UpperArcs& upper(const std::vector<Egoera*>& graph);
 
     /// Makes a compiled table the form of a graph that has no states.
     void use(std::unique_ptr<Image> image);

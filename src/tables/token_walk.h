@@ -14,10 +14,13 @@ namespace lemara {
 
 struct PackedView;
 class LazyTransducer;
+class UpperArcs;
 
-/// The packed form of a table, and its lower side made deterministic.
+/// The packed form of a table, its lower side made deterministic, and its arcs by what
+/// they write on the upper side.
 const PackedView& packed_form(const Taula& table);
 LazyTransducer& lazy_form(const Taula& table);
+UpperArcs& upper_form(const Taula& table);
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then
 /// owns.
