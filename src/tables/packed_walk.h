@@ -348,6 +348,8 @@ private:
     // Bytes of the longest text that shuts a path out, "<ELI_IZE", less one.
     static constexpr std::size_t TAIL = 7;
 
+    static constexpr std::ptrdiff_t MOST_FETCHED = 4;
+
     struct Frame {
         const PackedArc* arc;  // the next one
         const PackedArc* end;
@@ -469,6 +471,12 @@ private:
             if (frames_.size() >= PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.arc != current.end) frames_.push(current);
             current = next;
+            // The states behind its first arcs lie anywhere: memory may bring them now.
+            const std::ptrdiff_t near = std::min(MOST_FETCHED, current.end - current.arc);
+            for (std::ptrdiff_t i = 0; i < near; ++i) {
+                const std::int32_t place = std::max(current.arc[i].target, 0);
+                __builtin_prefetch(table_.states + 4 * static_cast<std::size_t>(place));
+            }
         }
     }
 
