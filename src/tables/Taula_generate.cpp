@@ -42,6 +42,10 @@ void carry_capitals(std::string_view upper, lemara::PathText& lower) {
     }
 }
 
+std::string_view cut_target(std::string_view target) {
+    return lemara::up_to_nul(target).substr(0, lemara::TARGET_LIMIT);
+}
+
 /// Gives the results of a search as records to `take`, until it answers false.
 template <class Take>
 auto recorder(const std::string& network, Take take) {
@@ -88,12 +92,20 @@ private:
 
 }  // namespace
 
-void lemara::for_each_form(const Taula& table, const std::string& target,
-                           bool stop_at_tag,
+void lemara::for_each_form(const Taula& table, std::string_view target, bool stop_at_tag,
                            const std::function<bool(Analisia&&)>& take) {
-    PackedGeneration search(packed_form(table), upper_form(table),
-                            up_to_nul(target).substr(0, TARGET_LIMIT), stop_at_tag);
+    PackedGeneration search(upper_form(table), cut_target(target), stop_at_tag);
     search.run(0, recorder(table.hiztegia, take));
+}
+
+std::vector<Analisia> lemara::all_forms(const Taula& table, std::string_view target,
+                                        bool stop_at_tag) {
+    PackedGeneration search(upper_form(table), cut_target(target), stop_at_tag);
+    Results results;
+    search.run(0, std::ref(results));
+    std::vector<Analisia> records;
+    results.append_to(records, table.hiztegia);
+    return records;
 }
 
 std::vector<Analisia> Taula::sortuFormak(std::string lema, std::string etiketak,
@@ -102,15 +114,7 @@ std::vector<Analisia> Taula::sortuFormak(std::string lema, std::string etiketak,
          at = etiketak.find("<>")) {
         etiketak.erase(at, 2);
     }
-    const std::string target = lema + etiketak;
-    lemara::PackedGeneration search(
-        lemara::packed_form(*this), lemara::upper_form(*this),
-        lemara::up_to_nul(target).substr(0, lemara::TARGET_LIMIT), etiketanGelditu);
-    Results results;
-    search.run(0, std::ref(results));
-    std::vector<Analisia> records;
-    results.append_to(records, hiztegia);
-    return records;
+    return lemara::all_forms(*this, lema + etiketak, etiketanGelditu);
 }
 
 std::vector<Analisia>& Taula::birsortuFormak(const char* helburua,
@@ -118,8 +122,8 @@ std::vector<Analisia>& Taula::birsortuFormak(const char* helburua,
                                              char* goikoa, char* behekoa,
                                              bool etiketanGelditu, bool) const {
     const std::string_view lower = lemara::text_of(behekoa);
-    lemara::PackedGeneration search(lemara::packed_form(*this), lemara::upper_form(*this),
-                                    lemara::text_of(helburua), etiketanGelditu);
+    lemara::PackedGeneration search(lemara::upper_form(*this), lemara::text_of(helburua),
+                                    etiketanGelditu);
     search.start_with(lemara::text_of(goikoa), lower);
     Results results;
     search.run(egoera, std::ref(results));

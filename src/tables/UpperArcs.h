@@ -54,6 +54,8 @@ public:
         return {state.arcs, state.arcs + state.count};
     }
 
+    const PackedView& table() const { return table_; }
+
     /// How many entries there are.
     std::size_t size() const;
 

@@ -303,10 +303,8 @@ private:
 /// Searches a packed table from the upper side.
 class PackedGeneration {
 public:
-    /// `arcs` belongs to `table`.
-    PackedGeneration(const PackedView& table, UpperArcs& arcs, std::string_view target,
-                     bool stop_at_tag)
-        : table_(table),
+    PackedGeneration(UpperArcs& arcs, std::string_view target, bool stop_at_tag)
+        : table_(arcs.table()),
           arcs_(arcs),
           target_(target),
           target_elided_(contains(target, "<ELI_IZE")),

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Analisia.h"
@@ -49,9 +50,12 @@ TokenAnalyses analyse_token(const Taula& table, const std::string& token);
 /// The first record of Taula::analizatuTokena; none if there is no record.
 std::optional<Analisia> first_analysis(const Taula& table, const std::string& token);
 
-/// Taula::sortuFormak for a target as a whole, record by record, until `take` answers
-/// false.
-void for_each_form(const Taula& table, const std::string& target, bool stop_at_tag,
+/// Taula::sortuFormak for a target as a whole.
+std::vector<Analisia> all_forms(const Taula& table, std::string_view target,
+                                bool stop_at_tag);
+
+/// The same record by record, until `take` answers false.
+void for_each_form(const Taula& table, std::string_view target, bool stop_at_tag,
                    const std::function<bool(Analisia&&)>& take);
 
 /// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records,
