@@ -415,7 +415,7 @@ TEST(Packed, AgreesWithTheTwinOnTheWayThroughStatesOfManyArcs) {
         RandomTables random(FIRST_SEED + seed);
         std::string records;
         for (int state = 0; state < 4; ++state) {
-            for (int i = 2 + random.below(16); i > 0; --i) {
+            for (int i = 2 + random.below(12); i > 0; --i) {
                 const Strings& uppers = state < 3 && !random.once_in(12) ? letters : tags;
                 const std::string lower = random.once_in(3) ? "" : random.any_of(letters);
                 records += std::to_string(state) + '\t' +
