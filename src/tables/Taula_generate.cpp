@@ -8,6 +8,10 @@
 #include <utility>
 #include <vector>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include "Taula.h"
 #include "analysis/RecordText.h"
 #include "iragazkiak.h"
@@ -18,21 +22,19 @@ namespace {
 
 /// True if a capital stands in front of the first tag, as far as 16 bytes tell.
 bool may_hold_capital(std::string_view upper) {
+    if (upper.size() < 16) return true;
 #ifdef __SSE2__
-    if (upper.size() >= 16) {
-        const __m128i bytes =
-            _mm_loadu_si128(reinterpret_cast<const __m128i*>(upper.data()));
-        // Signed bytes: those from 128 on are below "A".
-        const __m128i capital =
-            _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8('A' - 1)),
-                          _mm_cmplt_epi8(bytes, _mm_set1_epi8('Z' + 1)));
-        const __m128i open = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<'));
-        const auto capitals = static_cast<unsigned>(_mm_movemask_epi8(capital));
-        const auto opens = static_cast<unsigned>(_mm_movemask_epi8(open));
-        return opens == 0 || (capitals & ((opens & -opens) - 1)) != 0;
-    }
-#endif
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(upper.data()));
+    // Signed bytes: those from 128 on are below "A".
+    const __m128i capital = _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8('A' - 1)),
+                                          _mm_cmplt_epi8(bytes, _mm_set1_epi8('Z' + 1)));
+    const __m128i open = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<'));
+    const auto capitals = static_cast<unsigned>(_mm_movemask_epi8(capital));
+    const auto opens = static_cast<unsigned>(_mm_movemask_epi8(open));
+    return opens == 0 || (capitals & ((opens & -opens) - 1)) != 0;
+#else
     return true;
+#endif
 }
 
 /// aldatuMaiuskulakLow, which has nothing to carry as a rule.
