@@ -80,8 +80,9 @@ public:
     static bool CompareLemaLuzera(const Analisia& a, const Analisia& b);
 
 private:
-    Analisia(const lemara::CommonParts& parts, std::string&& analisia,
-             std::string&& hiztegia, std::string_view forma);
+    template <class Text, class Name>
+    Analisia(const lemara::CommonParts& parts, Text&& analisia, Name&& hiztegia,
+             std::string_view forma);
     void take_apart();
     bool read_tags(std::string_view text);
 };

@@ -172,24 +172,25 @@ private:
 
 }  // namespace
 
+template <class Text, class Name>
+Analisia::Analisia(const lemara::CommonParts& parts, Text&& analisia_, Name&& hiztegia_,
+                   std::string_view forma_)
+    : analisia(std::forward<Text>(analisia_)),
+      lema(parts.lemma()),
+      etiketa(parts.tags()),
+      twol(parts.twol()),
+      hiztegia(std::forward<Name>(hiztegia_)),
+      forma(forma_) {
+    if (!parts.found()) take_apart();
+}
+
 Analisia::Analisia(std::string analisia_, std::string hiztegia_)
     : Analisia(lemara::CommonParts(analisia_), std::move(analisia_), std::move(hiztegia_),
                {}) {}
 
 Analisia::Analisia(const lemara::RecordText& text)
-    : Analisia(lemara::CommonParts(text.analisia), std::string(text.analisia),
-               std::string(text.hiztegia), text.forma) {}
-
-Analisia::Analisia(const lemara::CommonParts& parts, std::string&& analisia_,
-                   std::string&& hiztegia_, std::string_view forma_)
-    : analisia(std::move(analisia_)),
-      lema(parts.lemma()),
-      etiketa(parts.tags()),
-      twol(parts.twol()),
-      hiztegia(std::move(hiztegia_)),
-      forma(forma_) {
-    if (!parts.found()) take_apart();
-}
+    : Analisia(lemara::CommonParts(text.analisia), text.analisia, text.hiztegia,
+               text.forma) {}
 
 /// The general road.
 void Analisia::take_apart() {
