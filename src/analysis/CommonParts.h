@@ -24,8 +24,8 @@ namespace lemara {
 
 class CommonParts {
 public:
-    static constexpr std::size_t MOST =
-        63;  // bytes of a text; a bit each, and one behind
+    /// Bytes of a text: a bit each, and one behind.
+    static constexpr std::size_t MOST = 63;
 
     explicit CommonParts(std::string_view text);
     CommonParts(const CommonParts&) = delete;
@@ -119,7 +119,7 @@ private:
 #ifdef __SSE2__
 inline CommonParts::CommonParts(std::string_view text) {
     const std::size_t size = text.size();
-    if (size > MOST) return;
+    if (size == 0 || size > MOST) return;
     std::memcpy(text_, text.data(), size);
     // Bytes that were copied this moment are slow to load again, so the signs are looked
     // for in the text itself, unless a look would go beyond it.

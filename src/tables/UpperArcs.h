@@ -30,10 +30,11 @@ class UpperArcs {
 public:
     static constexpr std::uint32_t FEW = 8;  // a state of more arcs is worth an entry
     static constexpr std::size_t MOST_ENTRIES = std::size_t{1} << 12;
-    static constexpr std::size_t MOST_ARCS = std::size_t{1} << 16;  // of all entries
+    // Of all entries; the last one may go beyond by what its state has.
+    static constexpr std::size_t MOST_ARCS = std::size_t{1} << 16;
 
-    using Arcs =
-        std::pair<const PackedArc*, const PackedArc*>;  // the first, behind the last
+    /// The first one, and the place behind the last.
+    using Arcs = std::pair<const PackedArc*, const PackedArc*>;
 
     /// The view, and what it looks at, must outlive the object.
     explicit UpperArcs(const PackedView& table)

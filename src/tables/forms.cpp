@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "Egoera.h"
+#include "tables/UpperArcs.h"
 #include "tables/image.h"
 #include "tables/lazy_transducer.h"
-#include "tables/UpperArcs.h"
 
 namespace lemara {
 namespace {
