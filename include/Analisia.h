@@ -4,6 +4,11 @@
 #include <string>
 #include <string_view>
 
+namespace lemara {
+class CommonParts;
+struct RecordText;
+}  // namespace lemara
+
 /// One piece of an analysis string.
 ///
 /// An analysis string is Latin-1 text: the characters of the lemma, then tags ("<IZE>"),
@@ -47,6 +52,9 @@ public:
     /// address keeps its own.
     Analisia(std::string analisia, std::string hiztegia);
 
+    /// The same, and `forma` filled in. For the library alone, which knows what it takes.
+    explicit Analisia(const lemara::RecordText& text);
+
     Analisia(const Analisia&) = default;
     Analisia(Analisia &&) = default;
     Analisia& operator=(const Analisia&) = default;
@@ -72,6 +80,10 @@ public:
     static bool CompareLemaLuzera(const Analisia& a, const Analisia& b);
 
 private:
+    template <class Text, class Name>
+    Analisia(const lemara::CommonParts& parts, Text&& analisia, Name&& hiztegia,
+             std::string_view forma);
+    void take_apart();
     bool read_tags(std::string_view text);
 };
 

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/CommonParts.h"
+#include "analysis/RecordText.h"
 #include "analysis/text_pieces.h"
 #include "karaktereak.h"
 
@@ -170,8 +172,28 @@ private:
 
 }  // namespace
 
+template <class Text, class Name>
+Analisia::Analisia(const lemara::CommonParts& parts, Text&& analisia_, Name&& hiztegia_,
+                   std::string_view forma_)
+    : analisia(std::forward<Text>(analisia_)),
+      lema(parts.lemma()),
+      etiketa(parts.tags()),
+      twol(parts.twol()),
+      hiztegia(std::forward<Name>(hiztegia_)),
+      forma(forma_) {
+    if (!parts.found()) take_apart();
+}
+
 Analisia::Analisia(std::string analisia_, std::string hiztegia_)
-    : analisia(std::move(analisia_)), hiztegia(std::move(hiztegia_)) {
+    : Analisia(lemara::CommonParts(analisia_), std::move(analisia_), std::move(hiztegia_),
+               {}) {}
+
+Analisia::Analisia(const lemara::RecordText& text)
+    : Analisia(lemara::CommonParts(text.analisia), text.analisia, text.hiztegia,
+               text.forma) {}
+
+/// The general road.
+void Analisia::take_apart() {
     const std::string_view text = lemara::up_to_nul(analisia);
     const std::size_t plain = end_of_plain_lemma(text);
     bool groups = false;

@@ -117,7 +117,7 @@ std::vector<Analisia> Lemara::bilatuHasiera(const std::string& hasiera,
                                             bool iragazi) const {
     const Sarea* network = find_network(MAIN_NETWORK);
     if (network == nullptr) return {};
-    if (!iragazi) return network->taula->sortuFormak(hasiera, "", true, false);
+    if (!iragazi) return lemara::all_forms(*network->taula, hasiera, true);
     std::vector<Analisia> entries;
     lemara::for_each_entry(network, hasiera, [&](Analisia&& entry) {
         entries.push_back(std::move(entry));
@@ -133,8 +133,9 @@ std::vector<Analisia> Lemara::sortuFormak(const std::string& hitza,
     for (const Analisia& analysis : analyses) {
         const std::size_t at = analysis.analisia.find(etiketa);
         if (at == std::string::npos) continue;
-        return network->taula->sortuFormak(
-            analysis.analisia.substr(0, at + etiketa.size()), "", false, false);
+        const std::string_view whole = analysis.analisia;
+        return lemara::all_forms(*network->taula, whole.substr(0, at + etiketa.size()),
+                                 false);
     }
     std::vector<Analisia> forms;
     if (!analyses.empty()) return forms;

@@ -8,6 +8,7 @@
 #include "Analisia.h"
 #include "HiztegiPertsonala.h"
 #include "Sarea.h"
+#include "tables/token_walk.h"
 
 namespace lemara {
 
@@ -25,8 +26,7 @@ void for_each_unknown_form(const std::string& word, const std::string& class_tag
     dictionary.gehitu_sarrera(false, word, class_tag, "", "", "");
     for (const auto& root : dictionary.erroak) {
         const HPsarrera& entry = *root.second;
-        for (const Analisia& ending :
-             hp->taula->sortuFormak(entry.paradigma, "", false, false)) {
+        for (const Analisia& ending : all_forms(*hp->taula, entry.paradigma, false)) {
             if (ending.forma.size() < entry.paradigma.size()) {
                 throw std::out_of_range("basic_string::substr");
             }

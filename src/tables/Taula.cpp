@@ -33,6 +33,10 @@ lemara::WordMap& lemara::answers_about(const Taula& table) {
     return TableInside::forms(table).answers(table.egoerak);
 }
 
+lemara::UpperArcs& lemara::upper_form(const Taula& table) {
+    return TableInside::forms(table).upper(table.egoerak);
+}
+
 namespace {
 
 /// A state as it was in the graph that a table was packed from.

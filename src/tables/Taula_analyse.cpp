@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Taula.h"
+#include "analysis/RecordText.h"
 #include "karaktereak.h"
 #include "tables/forms.h"
 #include "tables/lazy_transducer.h"
@@ -131,7 +132,7 @@ TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
     LazyTransducer::Spelt spelt;
     result.reach = analyse(table, token, spelt, [&](std::string_view text) {
         if (records.empty()) records.reserve(spelt.most);
-        Analisia& record = records.emplace_back(std::string(text), table.hiztegia);
+        Analisia& record = records.emplace_back(RecordText{text, table.hiztegia});
         record.maiuskula = maiuskula;
         if (replaces_itself(record, token)) records.pop_back();
         return true;
@@ -149,7 +150,7 @@ std::optional<Analisia> first_analysis(const Taula& table, const std::string& to
     std::optional<Analisia> first;
     LazyTransducer::Spelt spelt;
     analyse(table, token, spelt, [&](std::string_view text) {
-        first.emplace(std::string(text), table.hiztegia);
+        first.emplace(RecordText{text, table.hiztegia});
         first->maiuskula = maiuskula;
         if (replaces_itself(*first, token)) first.reset();
         return !first;

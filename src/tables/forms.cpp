@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "Egoera.h"
+#include "tables/UpperArcs.h"
 #include "tables/image.h"
 #include "tables/lazy_transducer.h"
 #include "tables/word_map.h"
@@ -42,7 +43,8 @@ struct TableForms::Current {
           folded(graph.empty()),
           table(std::move(packed)),
           view(table->view()),
-          lazy(view) {}
+          lazy(view),
+          upper(view) {}
 
     explicit Current(std::unique_ptr<Image> mapped)
         : state_count(0),
@@ -50,7 +52,8 @@ struct TableForms::Current {
           folded(true),
           image(std::move(mapped)),
           view(image->view()),
-          lazy(view) {}
+          lazy(view),
+          upper(view) {}
 
     std::size_t state_count;
     std::uint64_t mark;
@@ -60,6 +63,7 @@ struct TableForms::Current {
     PackedView view;
     LazyTransducer lazy;
     WordMap answers{std::size_t{1} << 19};  // 16 MiB
+    UpperArcs upper;
 };
 
 TableForms::TableForms() = default;
@@ -123,6 +127,10 @@ WordMap& TableForms::answers(const std::vector<Egoera*>& graph) {
 
 LazyTransducer& TableForms::lazy(const std::vector<Egoera*>& graph) {
     return current(graph).lazy;
+}
+
+UpperArcs& TableForms::upper(const std::vector<Egoera*>& graph) {
+    return current(graph).upper;
 }
 
 }  // namespace lemara

@@ -21,6 +21,7 @@
 namespace lemara {
 
 class LazyTransducer;
+class UpperArcs;
 class WordMap;
 class Image;
 
@@ -41,6 +42,9 @@ public:
 
     /// What was answered about words of this graph; see has_word.
     WordMap& answers(const std::vector<Egoera*>& graph);
+
+    /// Its arcs by what they write on the upper side, as far as they were asked for.
+    UpperArcs& upper(const std::vector<Egoera*>& graph);
 
     /// Makes a compiled table the form of a graph that has no states.
     void use(std::unique_ptr<Image> image);

@@ -12,11 +12,13 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "Taula.h"
 #include "analysis/tag_scan.h"
 #include "analysis/text_pieces.h"
+#include "tables/UpperArcs.h"
 #include "tables/packed.h"
 
 namespace lemara {
@@ -301,8 +303,9 @@ private:
 /// Searches a packed table from the upper side.
 class PackedGeneration {
 public:
-    PackedGeneration(const PackedView& table, std::string_view target, bool stop_at_tag)
-        : table_(table),
+    PackedGeneration(UpperArcs& arcs, std::string_view target, bool stop_at_tag)
+        : table_(arcs.table()),
+          arcs_(arcs),
           target_(target),
           target_elided_(contains(target, "<ELI_IZE")),
           target_postposition_(contains(target, "<PSP")),
@@ -322,7 +325,6 @@ public:
     void run(std::int32_t start, Emit emit) {
         const std::size_t n = std::min(upper_.size(), target_.size());
         const bool agrees = upper_.view().substr(0, n) == target_.substr(0, n);
-        last_open_ = upper_.view().rfind('<') + 1;
         if (start < 0) {
             if (agrees) result(emit);
             return;
@@ -330,8 +332,9 @@ public:
         const StateRef ref = table_.find(start);
         if (ref < 0 || !agrees) return;
         Frame first;
-        if (!enter(ref, 0, loose_, emit, first)) return;
         first.loose = loose_;
+        first.tagged = contains(upper_.view(), "<");
+        if (!enter(ref, 0, loose_, emit, first)) return;
         (table_.cycles & ANY_CYCLES) != 0 ? search<true>(first, emit)
                                           : search<false>(first, emit);
     }
@@ -343,48 +346,52 @@ private:
     // Bytes of the longest text that shuts a path out, "<ELI_IZE", less one.
     static constexpr std::size_t TAIL = 7;
 
+    static constexpr std::ptrdiff_t MOST_FETCHED = 4;
+
     struct Frame {
         const PackedArc* arc;  // the next one
         const PackedArc* end;
         std::uint32_t upper, lower;
-        std::uint32_t last_open;  // index behind the last "<" of the upper text; 0: none
         StateRef state;
-        bool loose;  // it may hold a tag whose rest is still to come
+        bool tagged;  // the upper text holds a "<"
+        bool loose;   // it may hold a tag whose rest is still to come
     };
 
     /// True if the part of the upper text from `from` on completes a text that shuts the
     /// path out.
     bool is_shut_out(std::size_t from) const {
         const std::string_view tail = upper_.view().substr(from > TAIL ? from - TAIL : 0);
+        if (!contains(tail, "<")) return false;
         return (!target_elided_ && contains(tail, "<ELI_IZE")) ||
                (!target_postposition_ && contains(tail, "<PSP")) ||
                contains(tail, "ba<AUR>") || contains(tail, "<ADL>") ||
                contains(tail, "<Rare>");
     }
 
-    /// Judges the path on entry to `state`; the upper text agrees with the target, and is
-    /// new from `from` on. `suspect` says that what is new may shut the path out: where
-    /// all tags are whole, only a symbol that holds such a tag does. True if its arcs are
-    /// to be searched.
+    /// Judges the path on entry to a state; the upper text agrees with the target, and is
+    /// new from `from` on. What `frame` knows of the text is filled in. `suspect` says
+    /// that what is new may shut the path out: where all tags are whole, only a symbol
+    /// that holds such a tag does. True if its arcs are to be searched.
     template <class Emit>
     bool enter(StateRef ref, std::size_t from, bool suspect, Emit& emit, Frame& frame) {
         if (target_elided_ && upper_.size() == target_.size()) {
             result(emit);
             return false;
         }
-        if (stop_at_tag_ && last_open_ != 0) {
+        if (stop_at_tag_ && frame.tagged) {
             if (upper_.size() >= target_.size()) result(emit);
             return false;
         }
-        if (suspect && last_open_ + TAIL > from && last_open_ != 0 && is_shut_out(from)) {
-            return false;
-        }
+        if (suspect && is_shut_out(from)) return false;
         const PackedState state = table_.state(ref);
         frame.arc = state.arcs;
         frame.end = state.arcs + state.count;
+        if (upper_.size() < target_.size()) {
+            const auto byte = static_cast<std::uint8_t>(target_[upper_.size()]);
+            std::tie(frame.arc, frame.end) = arcs_.find(ref, state, byte);
+        }
         frame.upper = static_cast<std::uint32_t>(upper_.size());
         frame.lower = static_cast<std::uint32_t>(lower_.size());
-        frame.last_open = static_cast<std::uint32_t>(last_open_);
         frame.state = ref;
         return true;
     }
@@ -409,23 +416,29 @@ private:
     template <class Emit>
     void result(Emit& emit) {
         budget_.spend(RESULT_COST + upper_.size() + lower_.size());
-        if (!emit(upper_.c_str(), upper_.size(), lower_)) budget_.use_up();
+        upper_.c_str();  // ends it
+        if (!emit(upper_.view(), lower_)) budget_.use_up();
     }
 
-    /// True if the target goes on as the symbol says, as far as both reach.
-    bool agrees(const PackedLabel& label, std::size_t length) const {
-        if (label.written_size == 0 || length >= target_.size()) return true;
-        if (label.written_first != static_cast<std::uint8_t>(target_[length]))
-            return false;
-        const std::size_t n =
-            std::min<std::size_t>(label.written_size, target_.size() - length);
-        return n == 1 ||
-               std::memcmp(table_.pool + label.upper_at, target_.data() + length, n) == 0;
+    /// Passes over arcs whose symbol the target doesn't go on with, as far as both reach.
+    void skip_foreign(Frame& frame) const {
+        const std::string_view wanted = target_.substr(frame.upper);
+        const auto first = static_cast<std::uint8_t>(wanted[0]);
+        for (; frame.arc != frame.end; ++frame.arc) {
+            const PackedLabel& label = table_.labels[table_.label_of(*frame.arc)];
+            if (label.written_size == 0) return;
+            if (label.written_first != first) continue;
+            const std::size_t n =
+                std::min<std::size_t>(label.written_size, wanted.size());
+            if (n == 1) return;
+            if (std::memcmp(table_.pool + label.upper_at, wanted.data(), n) == 0) return;
+        }
     }
 
     template <bool CAREFUL, class Emit>
     void search(Frame current, Emit& emit) {
         while (!budget_.spent()) {
+            if (current.upper < target_.size()) skip_foreign(current);
             if (current.arc == current.end) {
                 if (frames_.empty()) return;
                 current = frames_.pop();
@@ -433,15 +446,12 @@ private:
             }
             const PackedArc& arc = *current.arc++;
             const PackedLabel& label = table_.labels[table_.label_of(arc)];
-            if (!agrees(label, current.upper)) continue;
             const StateRef target = arc.target;
             upper_.cut(current.upper);
             // Kept on purpose: cut by length alone. A capital that a result carried into
             // the part that stays is there for the next result too.
             lower_.cut(current.lower);
-            const std::string_view written(table_.pool + label.upper_at,
-                                           label.written_size);
-            upper_.append_symbol(written.data(), written.size());
+            upper_.append_symbol(table_.pool + label.upper_at, label.written_size);
             lower_.append_symbol(table_.pool + label.lower_at, label.lower_size);
             budget_.spend(1 + (upper_.size() + label.lower_size) / 64);
             if (std::max(upper_.size(), lower_.size()) > PATH_LIMIT) continue;
@@ -449,11 +459,9 @@ private:
                 result(emit);
                 continue;
             }
-            last_open_ = current.last_open;
-            if ((label.flags & PackedLabel::HAS_OPEN) != 0 && !written.empty()) {
-                last_open_ = current.upper + written.rfind('<') + 1;
-            }
             Frame next;
+            const bool opens = (label.flags & PackedLabel::HAS_OPEN) != 0;
+            next.tagged = current.tagged || (opens && label.written_size != 0);
             next.loose = current.loose || (label.flags & PackedLabel::LOOSE) != 0;
             const bool suspect = next.loose || (label.flags & PackedLabel::SHUTS) != 0;
             if (!enter(target, current.upper, suspect, emit, next)) continue;
@@ -461,17 +469,23 @@ private:
             if (frames_.size() >= PATH_LIMIT) continue;  // a cycle that the table denies
             if (CAREFUL || current.arc != current.end) frames_.push(current);
             current = next;
+            // The states behind its first arcs lie anywhere: memory may bring them now.
+            const std::ptrdiff_t near = std::min(MOST_FETCHED, current.end - current.arc);
+            for (std::ptrdiff_t i = 0; i < near; ++i) {
+                const std::int32_t place = std::max(current.arc[i].target, 0);
+                __builtin_prefetch(table_.states + 4 * static_cast<std::size_t>(place));
+            }
         }
     }
 
     const PackedView& table_;
+    UpperArcs& arcs_;
     const std::string_view target_;
     const bool target_elided_;
     const bool target_postposition_;
     const bool stop_at_tag_;
     PathText upper_, lower_;
-    bool loose_ = false;         // the text in front of every result may end in a tag
-    std::size_t last_open_ = 0;  // of the path being entered
+    bool loose_ = false;  // the text in front of every result may end in a tag
     InlineStack<Frame, 32> frames_;
     Budget budget_;
 };

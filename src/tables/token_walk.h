@@ -15,12 +15,15 @@ namespace lemara {
 
 struct PackedView;
 class LazyTransducer;
+class UpperArcs;
 class WordMap;
 
-/// The packed form of a table, its lower side made deterministic, and what was answered
+/// The packed form of a table, and what is derived from it: its lower side made
+/// deterministic, its arcs by what they write on the upper side, and what was answered
 /// about its words.
 const PackedView& packed_form(const Taula& table);
 LazyTransducer& lazy_form(const Taula& table);
+UpperArcs& upper_form(const Taula& table);
 WordMap& answers_about(const Taula& table);
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then
@@ -55,9 +58,12 @@ std::optional<std::size_t> known_reach(const Taula& table, std::string_view word
 /// The first record of Taula::analizatuTokena; none if there is no record.
 std::optional<Analisia> first_analysis(const Taula& table, const std::string& token);
 
-/// Taula::sortuFormak for a target as a whole, record by record, until `take` answers
-/// false.
-void for_each_form(const Taula& table, const std::string& target, bool stop_at_tag,
+/// Taula::sortuFormak for a target as a whole.
+std::vector<Analisia> all_forms(const Taula& table, std::string_view target,
+                                bool stop_at_tag);
+
+/// The same record by record, until `take` answers false.
+void for_each_form(const Taula& table, std::string_view target, bool stop_at_tag,
                    const std::function<bool(Analisia&&)>& take);
 
 /// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records,

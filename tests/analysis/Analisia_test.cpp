@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "analysis/RecordText.h"
+
 namespace {
 
 struct TagCase {
@@ -298,6 +300,15 @@ TEST(Analisia, AgreesWithItsExtractorsOnRandomTexts) {
             lemma.erase(std::remove(lemma.begin(), lemma.end(), '+'), lemma.end());
         }
         ASSERT_EQ(record.lema, lemma) << text;
+        const Analisia same(lemara::RecordText{text, "t", "forma"});
+        ASSERT_EQ(same.analisia, text);
+        ASSERT_EQ(same.lema, record.lema) << text;
+        ASSERT_EQ(same.etiketa, record.etiketa) << text;
+        ASSERT_EQ(same.twol, record.twol) << text;
+        ASSERT_EQ(same.hobe, record.hobe) << text;
+        ASSERT_EQ(same.hiztegia, "t");
+        ASSERT_EQ(same.forma, "forma");
+        ASSERT_EQ(same.maiuskula, 0);
         with_lemma += !lemma.empty();
         with_group += !record.hobe.empty();
     }

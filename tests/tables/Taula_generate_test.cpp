@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Taula.h"
+#include "iragazkiak.h"
 #include "support.h"
 #include "table_text.h"
 
@@ -230,6 +231,49 @@ TEST(Generation, RecordsAreTakenApart) {
     EXPECT_EQ(found[0].hiztegia, "eumorfo");
     EXPECT_EQ(found[0].forma, "Anak");
     EXPECT_EQ(found[0].maiuskula, 0);
+}
+
+// Lemmas of 1 to 24 bytes with a capital at each place, and two tags or five behind.
+TEST(Generation, CarriesACapitalFromAnyPlace) {
+    for (std::size_t size = 1; size <= 24; ++size) {
+        for (std::size_t at = 0; at < size; ++at) {
+            for (const char letter : {'A', 'Z', '\300'}) {
+                const std::string small(size, static_cast<char>(letter + 32));
+                std::string lemma = small;
+                lemma[at] = letter;
+                for (const std::string tags : {"<IZE><ARR>", "<A><B><C><D><E>"}) {
+                    const auto table =
+                        table_from("0\t" + lemma + tags + ':' + small + "\t1\nfinal: 1\n");
+                    const auto found = table->sortuFormak(lemma, "", false, false);
+                    ASSERT_EQ(found.size(), 1u);
+                    std::string expected = small;
+                    aldatuMaiuskulakLow((lemma + tags).c_str(), expected.data());
+                    EXPECT_EQ(found[0].forma, expected) << lemma << tags;
+                }
+            }
+        }
+    }
+}
+
+// More than a search keeps without asking for memory, behind what the vector holds.
+TEST(Generation, ManyRecordsAreAppendedInOrder) {
+    std::string records;
+    Strings expected;
+    for (int i = 0; i < 300; ++i) {
+        const std::string lemma = "lemma" + std::to_string(i);
+        records += "0\t" + lemma + "<IZE>:" + lemma + "\t1\n";
+        expected.push_back(lemma + "<IZE>=" + lemma);
+    }
+    const auto table = table_from(records + "final: 1\n");
+    EXPECT_EQ(pairs_of(table->sortuFormak("", "", false, false)), expected);
+    std::vector<Analisia> found;
+    char upper[8] = "", lower[8] = "";
+    for (int time = 1; time <= 3; ++time) {
+        table->birsortuFormak("", found, 0, upper, lower, false, false);
+        ASSERT_EQ(found.size(), 300u * static_cast<unsigned>(time));
+    }
+    found.erase(found.begin(), found.begin() + 600);
+    EXPECT_EQ(pairs_of(found), expected);
 }
 
 TEST(Generation, GeneratesFromTheTableOfTheFile) {

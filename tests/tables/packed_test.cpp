@@ -16,6 +16,7 @@
 #include "random_tables.h"
 #include "support.h"
 #include "table_text.h"
+#include "tables/UpperArcs.h"
 #include "tables/lazy_transducer.h"
 #include "tables/token_walk.h"
 
@@ -402,6 +403,43 @@ TEST(Packed, AgreesWithTheTwinOnStatesOfManyArcs) {
         if (count > 255) ++tally.hits["a state of more than 255 arcs"];
     }
     tally.expect({"a state of more than 255 arcs"});
+}
+
+// The way along a target leads through states of many arcs, which are found by the byte
+// that is wanted at the second asking.
+TEST(Packed, AgreesWithTheTwinOnTheWayThroughStatesOfManyArcs) {
+    Tally tally;
+    const Strings letters = {"a", "b", "c", "A", "B", "\361", "ab", "cab", "x1", "<>", ""};
+    const Strings tags = {"<IZE>", "<ABS>", "<PSP>", "<ADL>", "<ELI_IZE>", "<0Q>", "<1O>"};
+    long kept = 0;
+    for (unsigned seed = 1; seed <= (SANITIZED ? 10 : 60); ++seed) {
+        RandomTables random(FIRST_SEED + seed);
+        std::string records;
+        for (int state = 0; state < 4; ++state) {
+            for (int i = 2 + random.below(12); i > 0; --i) {
+                const Strings& uppers = state < 3 && !random.once_in(12) ? letters : tags;
+                const std::string lower = random.once_in(3) ? "" : random.any_of(letters);
+                records += std::to_string(state) + '\t' +
+                           field(random.any_of(uppers), lower == "<>" ? "" : lower) + '\t' +
+                           std::to_string(state + 1) + '\n';
+            }
+        }
+        const Forms forms(records + "final: 3\nfinal: 4\n");
+        ASSERT_EQ(forms.defect, "");
+        for (int i = 0; i < 40; ++i) {
+            const std::string target = random.target(forms.text);
+            const bool stop = random.once_in(2);
+            SCOPED_TRACE("seed " + std::to_string(seed) + ", target " + target);
+            for (int time = 1; time <= 2; ++time) {
+                if (!compare_target(forms, target, "", stop, tally)) break;
+            }
+        }
+        for (const Taula* table : forms.all) {
+            kept += static_cast<long>(lemara::upper_form(*table).size());
+        }
+    }
+    tally.expect({"an upper symbol of several bytes", "a stop at a tag"});
+    EXPECT_GT(kept, SANITIZED ? 100 : 1000);
 }
 
 // 300 states of 280 arcs with upper symbols of their own.
