@@ -327,7 +327,9 @@ void search_all(const lemara::PackedView& table) {
     for (const std::string word : {"", "u", "ura", "etxea", "aab", "abab", "yz1<IZE>"}) {
         lemara::PackedAnalysis(cyclic, word, word).run(0, go_on);
         lemara::PackedAnalysis(cyclic, word, word).run(3, go_on);
-        lemara::PackedGeneration(cyclic, word, false).run(0, go_on);
+        lemara::UpperArcs upper(cyclic);
+        for (int time = 0; time < 2; ++time)
+            lemara::PackedGeneration(upper, word, false).run(0, go_on);
         lemara::LazyTransducer lazy(acyclic);
         for (int time = 0; time < 3; ++time) {
             lemara::LazyTransducer::Spelt spelt;
