@@ -43,6 +43,7 @@ compile() {  # compile NAME ROOT [SOURCE...]: writes NAME.foma and NAME.att
     [ "$name" != eumorfo ] || echo "source $here/names.foma" >>"$out/$name.script"
     cat >>"$out/$name.script" <<END
 source $here/rules.foma
+$([ "$name" != eumorfo ] || echo "source $here/quotes.foma")
 print size
 save stack $out/$name.foma
 write att > $out/$name.att

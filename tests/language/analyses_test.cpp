@@ -93,3 +93,4 @@ TEST(Analyses, NonFiniteVerbs) { expect_analyses("verbs_"); }
 TEST(Analyses, Pronouns) { expect_analyses("pronouns"); }
 TEST(Analyses, Numerals) { expect_analyses("numerals"); }
 TEST(Analyses, Numbers) { expect_analyses("numbers"); }
+TEST(Analyses, NamesAndQuotes) { expect_analyses("names"); }

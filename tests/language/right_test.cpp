@@ -1,5 +1,5 @@
-// What is right must come out as right: sentences and everyday words, through the
-// paragraph check over the built tables.
+// What is right must come out as right, and what is wrong beside it as wrong: sentences
+// and everyday words, through the paragraph check over the built tables.
 #include <string>
 
 #include "language.h"
@@ -34,3 +34,15 @@ void expect_all_right(const std::string& file) {
 TEST(RightText, EveryTokenOfEverySentenceIsRight) { expect_all_right("right.txt"); }
 
 TEST(RightText, EverydayWordsAreRight) { expect_all_right("vocabulary.txt"); }
+
+TEST(WrongText, TheUnknownTokensAreFoundAndNoOthers) {
+    for (const Row& row : rows_of(LANGUAGE_DATA / "wrong.tsv", 2)) {
+        std::string unknown;
+        for (const Verdict& verdict : check(basque(), row.cells[0], false)) {
+            if (verdict.kind == "ezz") {
+                unknown += (unknown.empty() ? "" : " ") + utf8(verdict.text);
+            }
+        }
+        EXPECT_EQ(unknown, row.cells[1]) << row.place;
+    }
+}
