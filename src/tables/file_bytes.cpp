@@ -13,6 +13,7 @@
 namespace lemara {
 namespace {
 
+constexpr std::size_t LARGEST = std::size_t{1} << 31;     // bytes of a file
 constexpr std::size_t FIRST_ROOM = std::size_t{1} << 16;  // where no size is known
 
 struct Closed {
@@ -47,16 +48,20 @@ bool FileBytes::read(const std::string& path) {
     const Closed closed{file};
     struct stat status {};
     const bool known = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
-    // One more than the file has, so that its end is seen at once.
-    make_room(known ? static_cast<std::size_t>(status.st_size) + 1 : FIRST_ROOM);
+    const std::size_t size =
+        known ? static_cast<std::size_t>(status.st_size) : FIRST_ROOM;
     size_ = 0;
-    while (true) {
+    if (size > LARGEST) return false;
+    make_room(size + 1);  // so that the end of the file is seen at once
+    while (size_ <= LARGEST) {
         if (size_ == capacity_) make_room(2 * capacity_);
         const ssize_t count = ::read(file, bytes_.get() + size_, capacity_ - size_);
         if (count < 0 && errno == EINTR) continue;
         if (count <= 0) return true;
         size_ += static_cast<std::size_t>(count);
     }
+    size_ = 0;
+    return false;
 }
 
 }  // namespace lemara

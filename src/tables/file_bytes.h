@@ -10,7 +10,8 @@ namespace lemara {
 
 class FileBytes {
 public:
-    /// False if the file can't be opened. One that breaks off in reading ends there.
+    /// False if the file can't be opened, or has more than 2 GiB. One that breaks off in
+    /// reading ends there.
     bool read(const std::string& path);
 
     std::string_view view() const { return {bytes_.get(), size_}; }

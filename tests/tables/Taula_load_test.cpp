@@ -335,6 +335,15 @@ TEST(Taula, CountsAMissingFile) {
     EXPECT_EQ(output, "[" + path + " ]  kontatzeko taula ezin da ireki!");
 }
 
+TEST(Taula, AFileWithoutMeasureIsNotRead) {
+    const TempDir folder;
+    const std::string path = folder.write("t.sare", "final: 0\n");
+    ASSERT_EQ(truncate(path.c_str(), (off_t{1} << 31) + 1), 0);
+    int count = 0;
+    stdout_of([&] { count = Taula().kontataulaSFST(path.c_str()); });
+    EXPECT_EQ(count, -1);
+}
+
 TEST(Taula, LongLinesOfTheCountingPass) {
     const TempDir folder;
     for (const LongLineCase& c : COUNT_LINES) {
