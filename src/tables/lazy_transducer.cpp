@@ -330,10 +330,11 @@ private:
             return;
         }
         char own[Piece::OWN];
-        const char* end = own + size;
+        const char* end = nullptr;
         if (size <= sizeof own) {
             text_.copy(own, text_.size());
             last.copy(own + text_.size(), last.size());
+            end = own + size;
         } else if (text_.empty()) {
             end = last.data() + last.size();
         } else if (last.empty() && !only_.empty()) {
