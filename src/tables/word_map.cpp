@@ -1,5 +1,6 @@
 #include "tables/word_map.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace lemara {
@@ -37,7 +38,9 @@ bool WordMap::put(std::string_view word, std::uint64_t value) {
 /// Changes to larger slots. The old ones stay, for those who are reading in them.
 void WordMap::widen() {
     const std::size_t size = all_slots_.empty() ? 0 : all_slots_.back()->mask + 1;
-    auto larger = std::make_unique<Slots>(size == 0 ? FIRST_SLOTS : 2 * size);
+    // Fourfold, so that little is moved twice.
+    auto larger = std::make_unique<Slots>(size == 0 ? std::min(FIRST_SLOTS, most_slots_)
+                                                    : std::min(4 * size, most_slots_));
     used_ = 0;
     for (std::size_t i = 0; i < size; ++i) {
         const Slots::Slot& old = all_slots_.back()->slots[i];
