@@ -15,6 +15,7 @@
 #include "lemara/compiled_table.h"
 #include "tables/text_records.h"
 #include "tables/token_walk.h"
+#include "tables/word_bytes.h"
 
 namespace lemara {
 namespace {
@@ -40,15 +41,6 @@ static_assert(sizeof(Header) == PackedLayout::HEADER_BYTES, "the header has no g
 
 constexpr std::size_t CHECKED_FROM = offsetof(Header, total);
 
-std::uint64_t word_at(const char* bytes) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
-    word = __builtin_bswap64(word);
-#endif
-    return word;
-}
-
 constexpr std::uint64_t PRIME = 1099511628211u;
 constexpr std::size_t LANES = 16;
 constexpr std::size_t ROW = 8 * LANES;  // bytes that all lanes take at once
@@ -56,7 +48,7 @@ constexpr std::size_t STIRRED_ROWS = 64;
 
 void add_row(std::uint64_t (&lanes)[LANES], const char* row) {
     for (std::size_t lane = 0; lane < LANES; ++lane) {
-        const std::uint64_t sum = lanes[lane] + word_at(row + 8 * lane);
+        const std::uint64_t sum = lanes[lane] + eight_at(row + 8 * lane);
         lanes[lane] = sum << 29 | sum >> 35;
     }
 }

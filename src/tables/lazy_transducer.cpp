@@ -471,7 +471,7 @@ Answer LazyTransducer::finish(Node node, std::string_view rest, bool small) {
 LazyTransducer::Step LazyTransducer::build(Node node, std::uint8_t byte) {
     Builder& built = *step_;
     built.step(node, byte);
-    const Piece* ways = built.failed ? nullptr : keep(built.pieces);
+    const Piece* ways = built.failed ? nullptr : kept_pieces_.copy_of(built.pieces);
     Node next = TOO_MANY;
     if (!built.failed && (ways != nullptr || built.pieces.empty())) next = node_of(built);
     set(node, byte, {next, ways});
@@ -492,10 +492,10 @@ LazyTransducer::Node LazyTransducer::node_of(const Builder& built) {
     if (node_count_ >= MOST_NODES) return TOO_MANY;
     Builder& ends = *ends_of_step_;
     ends.ends_of(built.places);
-    const Piece* kept = ends.failed ? nullptr : keep(ends.pieces);
+    const Piece* kept = ends.failed ? nullptr : kept_pieces_.copy_of(ends.pieces);
     if (ends.failed || (kept == nullptr && !ends.pieces.empty())) return TOO_MANY;
 
-    const Place* places = keep(built.places);
+    const Place* places = kept_places_.copy_of(built.places);
     if (places == nullptr) return TOO_MANY;
     const auto number = static_cast<std::size_t>(node_count_);
     Node node = node_count_++;
@@ -580,42 +580,13 @@ void LazyTransducer::remember(std::string_view word, Node last, std::size_t reac
     const std::size_t size =
         (sizeof(KnownWord) + notes.size + ALIGNED - 1) / ALIGNED * ALIGNED;
     static_assert(sizeof(KnownWord) + sizeof notes.text < BYTES_OF_WORDS);
-    if (words_left_ < size) {
-        word_chunks_.emplace_back(new char[BYTES_OF_WORDS]);
-        words_left_ = BYTES_OF_WORDS;
-    }
-    char* at = word_chunks_.back().get() + (BYTES_OF_WORDS - words_left_);
+    char* at = kept_words_.room(size);
+    if (at == nullptr) return;
     const auto* kept =
         new (at) KnownWord{last, static_cast<std::uint16_t>(reach), notes.count};
     std::memcpy(at + sizeof *kept, notes.text, notes.size);
-    if (known_words_.put(word, reinterpret_cast<std::uintptr_t>(kept)))
-        words_left_ -= size;
-}
-
-/// A lasting copy of pieces, null if there are none, or too many in all.
-const LazyTransducer::Piece* LazyTransducer::keep(const std::vector<Piece>& pieces) {
-    if (pieces.empty()) return nullptr;
-    if (pieces_left_ < pieces.size()) {
-        if (piece_chunks_.size() == MOST_CHUNKS) return nullptr;
-        piece_chunks_.emplace_back(new Piece[PIECES_OF_CHUNK]);
-        pieces_left_ = PIECES_OF_CHUNK;
-    }
-    Piece* copy = piece_chunks_.back().get() + (PIECES_OF_CHUNK - pieces_left_);
-    std::copy(pieces.begin(), pieces.end(), copy);
-    pieces_left_ -= pieces.size();
-    return copy;
-}
-
-const LazyTransducer::Place* LazyTransducer::keep(const std::vector<Place>& places) {
-    if (places_left_ < places.size()) {
-        if (place_chunks_.size() == MOST_PLACE_CHUNKS) return nullptr;
-        place_chunks_.emplace_back(new Place[PLACES_OF_CHUNK]);
-        places_left_ = PLACES_OF_CHUNK;
-    }
-    Place* copy = place_chunks_.back().get() + (PLACES_OF_CHUNK - places_left_);
-    std::copy(places.begin(), places.end(), copy);
-    places_left_ -= places.size();
-    return copy;
+    if (!known_words_.put(word, reinterpret_cast<std::uintptr_t>(kept)))
+        kept_words_.give_back(size);
 }
 
 /// The end of a lasting copy of two texts, one behind the other, with SHORT bytes in

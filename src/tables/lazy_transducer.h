@@ -29,6 +29,7 @@
 #include <vector>
 
 #include "analysis/tag_scan.h"
+#include "tables/lasting_runs.h"
 #include "tables/packed.h"
 #include "tables/word_map.h"
 
@@ -396,8 +397,6 @@ private:
     void set(Node node, std::uint8_t byte, Step step);
     bool has_room();
     void grow(std::size_t size);
-    const Piece* keep(const std::vector<Piece>& pieces);
-    const Place* keep(const std::vector<Place>& places);
     const char* end_of(std::string_view first, std::string_view second);
     void prepare();
 
@@ -417,13 +416,10 @@ private:
     std::size_t slots_used_ = 0;
     std::vector<std::uint8_t> label_traits_;
     Node node_count_ = DEAD + 1;
-    std::vector<std::unique_ptr<Place[]>> place_chunks_;
-    std::size_t places_left_ = 0;  // in the last chunk
-    std::vector<Node> nodes_;      // by a hash of their places, open addressing
-    std::vector<std::unique_ptr<Piece[]>> piece_chunks_;
-    std::size_t pieces_left_ = 0;                       // in the last chunk
-    std::vector<std::unique_ptr<char[]>> word_chunks_;  // KnownWords
-    std::size_t words_left_ = 0;                        // bytes in the last chunk
+    std::vector<Node> nodes_;  // by a hash of their places, open addressing
+    LastingRuns<Place, PLACES_OF_CHUNK, MOST_PLACE_CHUNKS> kept_places_;
+    LastingRuns<Piece, PIECES_OF_CHUNK, MOST_CHUNKS> kept_pieces_;
+    LastingRuns<char, BYTES_OF_WORDS, MOST_WORDS> kept_words_;  // KnownWords
     std::vector<std::unique_ptr<char[]>> text_chunks_;  // for pieces that are no symbol
     std::size_t text_left_ = 0;
     std::unique_ptr<Builder> step_, ends_of_step_;
