@@ -36,14 +36,6 @@ struct PlainRecord {
         erabili = ateraGoitik(text.c_str(), "[e=");
     }
 
-    /// True if it says what the library's own record says.
-    bool is_like(const Analisia& other) const {
-        return analisia == other.analisia && lema == other.lema &&
-               etiketa == other.etiketa && twol == other.twol && sai == other.sai &&
-               hobe == other.hobe && erabili == other.erabili && tasuna == other.tasuna &&
-               iritzia == other.iritzia;
-    }
-
     std::string analisia, lema, etiketa, twol, hiztegia;
     std::string sai, hobe, erabili, tasuna, iritzia, forma;
     int maiuskula = 0;

@@ -180,7 +180,6 @@ int main(int argc, char** argv) {
 
     if (task == "hold") return hold(*engine, words);
 
-    std::unique_ptr<Taula> text;
     std::map<std::string, PlainForm> forms;
     std::vector<std::unique_ptr<Taula>> tables;
     if (task.compare(0, 6, "plain_") == 0) {

@@ -193,8 +193,8 @@ private:
     const PackedView& table_;
     const std::uint8_t* traits_;
     const std::string_view rest_;
-    const std::uint8_t hopeless_;  // traits of paths that end in no word, or in one that
-    const std::uint8_t unclean_;   // is none as it was typed
+    const std::uint8_t hopeless_;  // traits of a path that is no analysis of the word
+    const std::uint8_t unclean_;   // of one that makes it no word as it was typed
     std::uint16_t wanted_[LONGEST_SPELT + 1];
     Path stack_[MOST_OPEN];
     std::size_t size_ = 0;
@@ -593,15 +593,12 @@ void LazyTransducer::remember(std::string_view word, Node last, std::size_t reac
 /// front; null if there are too many.
 const char* LazyTransducer::end_of(std::string_view first, std::string_view second) {
     const std::size_t size = first.size() + second.size();
-    if (text_left_ < size) {
-        if (text_chunks_.size() == MOST_CHUNKS) return nullptr;
-        text_chunks_.emplace_back(new char[SHORT + BYTES_OF_CHUNK]());
-        text_left_ = BYTES_OF_CHUNK;
-    }
-    char* copy = text_chunks_.back().get() + SHORT + (BYTES_OF_CHUNK - text_left_);
+    char* copy = kept_texts_.room(SHORT + size);
+    if (copy == nullptr) return nullptr;
+    std::memset(copy, 0, SHORT);
+    copy += SHORT;
     first.copy(copy, first.size());
     second.copy(copy + first.size(), second.size());
-    text_left_ -= size;
     return copy + size;
 }
 

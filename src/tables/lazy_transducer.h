@@ -419,9 +419,8 @@ private:
     std::vector<Node> nodes_;  // by a hash of their places, open addressing
     LastingRuns<Place, PLACES_OF_CHUNK, MOST_PLACE_CHUNKS> kept_places_;
     LastingRuns<Piece, PIECES_OF_CHUNK, MOST_CHUNKS> kept_pieces_;
-    LastingRuns<char, BYTES_OF_WORDS, MOST_WORDS> kept_words_;  // KnownWords
-    std::vector<std::unique_ptr<char[]>> text_chunks_;  // for pieces that are no symbol
-    std::size_t text_left_ = 0;
+    LastingRuns<char, BYTES_OF_WORDS, MOST_WORDS> kept_words_;   // KnownWords
+    LastingRuns<char, BYTES_OF_CHUNK, MOST_CHUNKS> kept_texts_;  // that are no symbol
     std::unique_ptr<Builder> step_, ends_of_step_;
 };
 

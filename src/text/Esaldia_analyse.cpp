@@ -199,9 +199,9 @@ void lemara::analyse_sentence(Esaldia& sentence, const Networks& networks,
         Runs runs(tokens, first, last);
         std::string& text = runs.text();
         std::vector<Analisia> analyses;
-        analyser.start();
-        if (runs.nested() && last > first + 1) {
-            analyser.limit(tokens[first].testua, text);
+        if (runs.nested()) {
+            analyser.start();
+            if (last > first + 1) analyser.limit(tokens[first].testua, text);
         }
         for (;; --last) {
             // A run that passes a limit is not the beginning of a longer one.
