@@ -34,10 +34,10 @@ void append_states(std::vector<Egoera*>& states, std::size_t count) {
 
 /// Gives the arcs to their states. A null state gets none.
 void append_arcs(const std::vector<Egoera*>& states, const ArcsByState& arcs) {
-    std::vector<std::pair<std::string, std::string>> symbols;  // upper, lower
-    symbols.reserve(arcs.symbols.size());
+    std::vector<Zubia> patterns;  // an arc of each pair of symbols
+    patterns.reserve(arcs.symbols.size());
     for (const lemara::SymbolPair& pair : arcs.symbols)
-        symbols.emplace_back(pair.upper, pair.lower);
+        patterns.emplace_back(0, std::string(pair.upper), std::string(pair.lower));
     lemara::Bulk<Zubia> made(arcs.targets.size());
     for (std::size_t i = 0; i < states.size(); ++i) {
         const std::uint32_t begin = arcs.begin[i], end = arcs.begin[i + 1];
@@ -45,8 +45,9 @@ void append_arcs(const std::vector<Egoera*>& states, const ArcsByState& arcs) {
         std::vector<Zubia*>& own = states[i]->zubiak;
         own.reserve(own.size() + end - begin);
         for (std::uint32_t k = begin; k < end; ++k) {
-            const auto& [upper, lower] = symbols[arcs.pairs[k]];
-            own.push_back(made.make(arcs.targets[k], upper, lower));
+            Zubia* const arc = made.make(patterns[arcs.pairs[k]]);
+            arc->hurrengo_egoera = arcs.targets[k];
+            own.push_back(arc);
         }
         // Kept on purpose: every record writes the state's `final`, so an arc behind a
         // final record leaves it false. The pseudo-arc alone lets a word end.

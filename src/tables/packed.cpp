@@ -45,7 +45,6 @@ public:
           begin_(std::move(arcs.begin)),
           label_(std::move(arcs.pairs)),
           target_(std::move(arcs.targets)) {
-        constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
         std::vector<std::uint32_t> label_of_pair(arcs.symbols.size(), NONE);
         first_.resize(target_.size());
         std::uint32_t kept = 0, arc = 0;
@@ -162,9 +161,9 @@ private:
         choose_classes();
         find_masks();
         place_states();
-        if (!has_cycle<false>()) return;
+        if (!has_cycle()) return;
         cycles_ |= ANY_CYCLES;
-        if (has_cycle<true>()) cycles_ |= EMPTY_CYCLES;
+        if (has_empty_cycle()) cycles_ |= EMPTY_CYCLES;
     }
 
     /// True if the arc's lower symbol is empty; one that is a NUL isn't.
@@ -229,17 +228,9 @@ private:
     /// tend to have the higher numbers.
     void find_masks() {
         mask_.assign(state_count_, 0);
-        // The empty arcs by target, as lists: the first one of a state, and the next of
-        // each.
-        constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
-        struct EmptyArc {
-            std::uint32_t source, next;
-        };
-        std::vector<EmptyArc> empty_arcs;
-        empty_arcs.reserve(
+        empty_arcs_.reserve(
             static_cast<std::size_t>(std::count(first_.begin(), first_.end(), 0)));
-        std::vector<std::uint32_t>& into = of_states_;
-        into.assign(state_count_, NONE);
+        into_.assign(state_count_, NONE);
         for (std::uint32_t state = 0; state < state_count_; ++state) {
             std::uint16_t mask = 0;
             for (std::uint32_t arc = begin_[state]; arc < begin_[state + 1]; ++arc) {
@@ -248,9 +239,9 @@ private:
                 } else if (target_[arc] < 0) {
                     mask |= PackedView::END_BIT;
                 } else {
-                    std::uint32_t& first = into[static_cast<std::size_t>(target_[arc])];
-                    empty_arcs.push_back({state, first});
-                    first = static_cast<std::uint32_t>(empty_arcs.size() - 1);
+                    std::uint32_t& first = into_[static_cast<std::size_t>(target_[arc])];
+                    empty_arcs_.push_back({state, first});
+                    first = static_cast<std::uint32_t>(empty_arcs_.size() - 1);
                 }
             }
             mask_[state] = mask;
@@ -258,61 +249,92 @@ private:
         std::vector<std::uint32_t>& open = open_states_;
         open.clear();
         for (std::uint32_t state = 0; state < state_count_; ++state) {
-            if (mask_[state] != 0 && into[state] != NONE) open.push_back(state);
+            if (mask_[state] != 0 && into_[state] != NONE) open.push_back(state);
         }
         while (!open.empty()) {
             const std::uint32_t state = open.back();
             open.pop_back();
-            for (std::uint32_t i = into[state]; i != NONE; i = empty_arcs[i].next) {
-                const std::uint32_t source = empty_arcs[i].source;
+            for (std::uint32_t i = into_[state]; i != NONE; i = empty_arcs_[i].next) {
+                const std::uint32_t source = empty_arcs_[i].source;
                 const auto mask =
                     static_cast<std::uint16_t>(mask_[source] | mask_[state]);
                 if (mask == mask_[source]) continue;
                 mask_[source] = mask;
-                if (into[source] != NONE) open.push_back(source);
+                if (into_[source] != NONE) open.push_back(source);
             }
         }
     }
 
-    /// True if arcs form a cycle: all of them, or those with an empty lower symbol.
-    /// States that no arc enters are taken away until none is left, or none can go.
-    template <bool EMPTY_ALONE>
+    /// True if arcs form a cycle.
     bool has_cycle() {
-        const auto counts = [&](std::uint32_t arc) {
-            return target_[arc] >= 0 && (!EMPTY_ALONE || is_empty(arc));
-        };
-        if (target_.empty()) return false;
-        std::vector<std::uint32_t>& entries = of_states_;
-        entries.assign(state_count_, 0);
-        for (std::uint32_t arc = 0; arc < target_.size(); ++arc) {
-            if (counts(arc)) ++entries[static_cast<std::size_t>(target_[arc])];
-        }
-        std::vector<std::uint32_t>& open = open_states_;
-        open.clear();
-        for (std::uint32_t state = 0; state < entries.size(); ++state) {
-            if (entries[state] == 0) open.push_back(state);
-        }
-        std::size_t taken = 0;
-        while (!open.empty()) {
-            const std::uint32_t state = open.back(), end = begin_[state + 1];
-            open.pop_back();
-            ++taken;
-            for (std::uint32_t arc = begin_[state]; arc < end; ++arc) {
-                if (!counts(arc)) continue;
-                const auto target = static_cast<std::uint32_t>(target_[arc]);
-                if (--entries[target] == 0) open.push_back(target);
+        next_ = begin_;
+        return finds_cycle([&](std::uint32_t state) {
+            std::uint32_t& arc = next_[state];
+            for (const std::uint32_t end = begin_[state + 1]; arc < end;) {
+                const std::int32_t target = target_[arc++];
+                if (target >= 0) return static_cast<std::uint32_t>(target);
+            }
+            return NONE;
+        });
+    }
+
+    /// The same for those with an empty lower symbol, which are followed to their source.
+    bool has_empty_cycle() {
+        next_ = into_;
+        return finds_cycle([&](std::uint32_t state) {
+            std::uint32_t& arc = next_[state];
+            if (arc == NONE) return NONE;
+            const EmptyArc& empty = empty_arcs_[arc];
+            arc = empty.next;
+            return empty.source;
+        });
+    }
+
+    /// Goes from each state as deep as steps lead, and looks for one that leads back to a
+    /// state of the path. `step` gives the next neighbour of a state at each call, then
+    /// NONE.
+    template <class Step>
+    bool finds_cycle(Step step) {
+        enum : std::uint8_t { UNSEEN, ON_PATH, DONE };
+        std::vector<std::uint8_t> marks(state_count_, UNSEEN);
+        std::vector<std::uint32_t>& path = open_states_;
+        path.clear();
+        for (std::uint32_t start = 0; start < state_count_; ++start) {
+            if (marks[start] != UNSEEN) continue;
+            marks[start] = ON_PATH;
+            path.push_back(start);
+            while (!path.empty()) {
+                const std::uint32_t next = step(path.back());
+                if (next == NONE) {
+                    marks[path.back()] = DONE;
+                    path.pop_back();
+                } else if (marks[next] == UNSEEN) {
+                    marks[next] = ON_PATH;
+                    path.push_back(next);
+                } else if (marks[next] == ON_PATH) {
+                    return true;
+                }
             }
         }
-        return taken < entries.size();
+        return false;
     }
+
+    static constexpr std::uint32_t NONE = std::numeric_limits<std::uint32_t>::max();
+
+    /// An arc with an empty lower symbol, and the next one with the same target.
+    struct EmptyArc {
+        std::uint32_t source, next;
+    };
 
     std::size_t state_count_;
     std::uint32_t cycles_ = 0;
     std::vector<std::uint32_t> begin_, label_;
     std::vector<std::uint16_t> mask_;  // by state: what can follow in it
     std::vector<std::int32_t> target_;
-    std::vector<StateRef> place_;                         // by state
-    std::vector<std::uint32_t> of_states_, open_states_;  // of one step at a time
+    std::vector<StateRef> place_;      // by state
+    std::vector<EmptyArc> empty_arcs_;
+    std::vector<std::uint32_t> into_;                // by state: the first that enters it
+    std::vector<std::uint32_t> next_, open_states_;  // of one step at a time
     std::size_t size_ = 0;  // of all blocks, in units of 4 bytes
     std::vector<std::uint8_t> first_, first_of_label_;
     std::vector<PackedLabel> labels_;
