@@ -186,6 +186,7 @@ private:
         if (size_ == MOST_OPEN) {
             failed_ = done_ = true;
         } else {
+            __builtin_prefetch(table_.states + 4 * static_cast<std::size_t>(state));
             stack_[size_++] = {state, static_cast<std::uint16_t>(at), traits};
         }
     }
