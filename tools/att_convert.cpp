@@ -311,7 +311,9 @@ void refuse_cycles(const AttNetwork& network, std::vector<Refusal>& refusals) {
     }
 }
 
-/// Writes the states in breadth-first order; arcs keep their order.
+/// Writes the states depth first, so that those of one word stand side by side: a search
+/// goes from one to the next, and finds them in the memory that it has touched already.
+/// Arcs keep their order.
 class TableWriter {
 public:
     TableWriter(const AttNetwork& network, Conversion& result)
@@ -319,18 +321,7 @@ public:
 
     void write() {
         unify_fields();
-        std::vector<uint32_t> order{0};
-        number_.assign(network_.states(), UNNUMBERED);
-        number_[0] = 0;
-        for (size_t i = 0; i < order.size(); ++i) {
-            for (const auto* arc = arcs_.begin(order[i]); arc != arcs_.end(order[i]);
-                 ++arc) {
-                const uint32_t target = network_.arcs[*arc].target;
-                if (number_[target] != UNNUMBERED) continue;
-                number_[target] = static_cast<uint32_t>(order.size());
-                order.push_back(target);
-            }
-        }
+        const std::vector<uint32_t> order = number_states();
         result_.states = order.size();
         for (const uint32_t state : order) write_state(state);
     }
@@ -348,6 +339,24 @@ private:
         std::vector<uint32_t> sources;
         for (const Arc& arc : network.arcs) sources.push_back(arc.source);
         return ArcIndex(network.states(), sources);
+    }
+
+    /// Numbers the states as the search first comes to them. The states by their numbers.
+    std::vector<uint32_t> number_states() {
+        std::vector<uint32_t> order, open{0};
+        number_.assign(network_.states(), UNNUMBERED);
+        while (!open.empty()) {
+            const uint32_t state = open.back();
+            open.pop_back();
+            if (number_[state] != UNNUMBERED) continue;
+            number_[state] = static_cast<uint32_t>(order.size());
+            order.push_back(state);
+            for (const auto* arc = arcs_.end(state); arc != arcs_.begin(state);) {
+                const uint32_t target = network_.arcs[*--arc].target;
+                if (number_[target] == UNNUMBERED) open.push_back(target);
+            }
+        }
+        return order;
     }
 
     // Lowering makes one field of several.

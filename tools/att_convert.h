@@ -31,7 +31,7 @@ struct Conversion {
 
 /// The table that accepts what the network in `att` accepts.
 ///
-/// State 0 is the start on both sides; the others are numbered breadth-first, and those
+/// State 0 is the start on both sides; the others are numbered depth-first, and those
 /// that can't be reached or lead nowhere are gone. A final record is the first of its
 /// state, so that a word comes before longer ones; arcs keep their order. Of equal arcs
 /// one is kept. Upper epsilon is written as nothing, lower epsilon as "<>".
