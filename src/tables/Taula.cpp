@@ -33,6 +33,10 @@ lemara::WordMap& lemara::answers_about(const Taula& table) {
     return TableInside::forms(table).answers(table.egoerak);
 }
 
+lemara::KnownBeginnings& lemara::known_beginnings(const Taula& table) {
+    return TableInside::forms(table).beginnings(table.egoerak);
+}
+
 lemara::UpperArcs& lemara::upper_form(const Taula& table) {
     return TableInside::forms(table).upper(table.egoerak);
 }

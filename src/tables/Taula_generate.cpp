@@ -15,6 +15,7 @@
 #include "Taula.h"
 #include "analysis/RecordText.h"
 #include "iragazkiak.h"
+#include "tables/known_beginnings.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
 
@@ -48,24 +49,51 @@ std::string_view cut_target(std::string_view target) {
     return lemara::up_to_nul(target).substr(0, lemara::TARGET_LIMIT);
 }
 
-/// Gives the results of a search as records to `take`, until it answers false.
+/// Calls `take` with the upper text and the form of each result, until it answers false.
 template <class Take>
-auto recorder(const std::string& network, Take take) {
-    return [&network, take](std::string_view upper, lemara::PathText& lower) {
+void search_forms(const Taula& table, std::string_view target, bool stop_at_tag,
+                  Take take) {
+    lemara::PackedGeneration search(lemara::upper_form(table), target, stop_at_tag);
+    search.run(0, [&](std::string_view upper, lemara::PathText& lower) {
         carry_capitals(upper, lower);
-        return take(Analisia(lemara::RecordText{upper, network, lower.view()}));
-    };
+        return take(upper, std::string_view(lower.c_str(), lower.size()));
+    });
+}
+
+/// The same for results that are cut at their first tag. Remembers them.
+template <class Take>
+void find_entries(const Taula& table, std::string_view target, Take take) {
+    lemara::KnownBeginnings& known = lemara::known_beginnings(table);
+    if (known.recite(target, take)) return;
+    lemara::KnownBeginnings::Notes notes = known.notes_for(target);
+    bool goes_on = true;
+    search_forms(table, target, true, [&](std::string_view upper, std::string_view form) {
+        notes.add(upper, form);
+        goes_on = take(upper, form);
+        return goes_on;
+    });
+    if (goes_on) known.keep(target, notes);
+}
+
+/// Either of the two.
+template <class Take>
+void generate(const Taula& table, std::string_view target, bool stop_at_tag, Take take) {
+    target = cut_target(target);
+    if (stop_at_tag) {
+        find_entries(table, target, take);
+    } else {
+        search_forms(table, target, false, take);
+    }
 }
 
 /// The results of a search as bare texts. A record is large to move, so records are made
 /// when it is known how many there are.
 class Results {
 public:
-    bool operator()(std::string_view upper, lemara::PathText& lower) {
-        carry_capitals(upper, lower);
+    bool operator()(std::string_view upper, std::string_view form) {
         texts_.append(upper);
-        texts_.append(lower.view());
-        sizes_.push({upper.size(), lower.size()});
+        texts_.append(form);
+        sizes_.push({upper.size(), form.size()});
         return true;
     }
 
@@ -96,15 +124,16 @@ private:
 
 void lemara::for_each_form(const Taula& table, std::string_view target, bool stop_at_tag,
                            const std::function<bool(Analisia&&)>& take) {
-    PackedGeneration search(upper_form(table), cut_target(target), stop_at_tag);
-    search.run(0, recorder(table.hiztegia, take));
+    generate(table, target, stop_at_tag,
+             [&](std::string_view upper, std::string_view form) {
+                 return take(Analisia(RecordText{upper, table.hiztegia, form}));
+             });
 }
 
 std::vector<Analisia> lemara::all_forms(const Taula& table, std::string_view target,
                                         bool stop_at_tag) {
-    PackedGeneration search(upper_form(table), cut_target(target), stop_at_tag);
     Results results;
-    search.run(0, std::ref(results));
+    generate(table, target, stop_at_tag, std::ref(results));
     std::vector<Analisia> records;
     results.append_to(records, table.hiztegia);
     return records;
@@ -128,7 +157,10 @@ std::vector<Analisia>& Taula::birsortuFormak(const char* helburua,
                                     etiketanGelditu);
     search.start_with(lemara::text_of(goikoa), lower);
     Results results;
-    search.run(egoera, std::ref(results));
+    search.run(egoera, [&](std::string_view upper, lemara::PathText& form) {
+        carry_capitals(upper, form);
+        return results(upper, form.view());
+    });
     results.append_to(emaitzak, hiztegia);
     // Capitals stay in the caller's text, as they stay in the search's own.
     if (behekoa != nullptr) std::memcpy(behekoa, search.lower_data(), lower.size());

@@ -5,6 +5,7 @@
 #include "Egoera.h"
 #include "tables/UpperArcs.h"
 #include "tables/image.h"
+#include "tables/known_beginnings.h"
 #include "tables/lazy_transducer.h"
 #include "tables/word_map.h"
 
@@ -64,6 +65,7 @@ struct TableForms::Current {
     LazyTransducer lazy;
     WordMap answers{std::size_t{1} << 19};  // 16 MiB
     UpperArcs upper;
+    KnownBeginnings beginnings;
 };
 
 TableForms::TableForms() = default;
@@ -127,6 +129,10 @@ WordMap& TableForms::answers(const std::vector<Egoera*>& graph) {
 
 LazyTransducer& TableForms::lazy(const std::vector<Egoera*>& graph) {
     return current(graph).lazy;
+}
+
+KnownBeginnings& TableForms::beginnings(const std::vector<Egoera*>& graph) {
+    return current(graph).beginnings;
 }
 
 UpperArcs& TableForms::upper(const std::vector<Egoera*>& graph) {

@@ -20,6 +20,7 @@
 
 namespace lemara {
 
+class KnownBeginnings;
 class LazyTransducer;
 class UpperArcs;
 class WordMap;
@@ -45,6 +46,9 @@ public:
 
     /// Its arcs by what they write on the upper side, as far as they were asked for.
     UpperArcs& upper(const std::vector<Egoera*>& graph);
+
+    /// What was answered about the beginnings of its upper side.
+    KnownBeginnings& beginnings(const std::vector<Egoera*>& graph);
 
     /// Makes a compiled table the form of a graph that has no states.
     void use(std::unique_ptr<Image> image);

@@ -1,7 +1,6 @@
 #include "tables/lazy_transducer.h"
 
 #include <algorithm>
-#include <new>
 
 #include "analysis/text_pieces.h"
 
@@ -569,25 +568,6 @@ void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {
     Slots::Slot& slot = slots.slots[found.slot];
     slot.ways.store(step.ways, std::memory_order_relaxed);
     slot.head.store(std::uint64_t{key} << 32 | next, std::memory_order_release);
-}
-
-/// Keeps what a word was spelt to. Not of several words: they seldom come again.
-void LazyTransducer::remember(std::string_view word, Node last, std::size_t reach,
-                              const Notes& notes) {
-    if (word.find(' ') != std::string_view::npos) return;
-    const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
-    if (!lock) return;
-    constexpr std::size_t ALIGNED = alignof(KnownWord);
-    const std::size_t size =
-        (sizeof(KnownWord) + notes.size + ALIGNED - 1) / ALIGNED * ALIGNED;
-    static_assert(sizeof(KnownWord) + sizeof notes.text < BYTES_OF_WORDS);
-    char* at = kept_words_.room(size);
-    if (at == nullptr) return;
-    const auto* kept =
-        new (at) KnownWord{last, static_cast<std::uint16_t>(reach), notes.count};
-    std::memcpy(at + sizeof *kept, notes.text, notes.size);
-    if (!known_words_.put(word, reinterpret_cast<std::uintptr_t>(kept)))
-        kept_words_.give_back(size);
 }
 
 /// The end of a lasting copy of two texts, one behind the other, with SHORT bytes in

@@ -29,9 +29,9 @@
 #include <vector>
 
 #include "analysis/tag_scan.h"
+#include "tables/known_texts.h"
 #include "tables/lasting_runs.h"
 #include "tables/packed.h"
-#include "tables/word_map.h"
 
 namespace lemara {
 
@@ -115,8 +115,10 @@ public:
     /// behind it.
     template <class Visit>
     bool spell(std::string_view word, Spelt& spelt, Visit visit) {
-        if (const std::uint64_t known = known_words_.find(word)) {
-            recite(*known_word(known), spelt, visit);
+        if (const KnownWords::List* known = known_words_.find(word)) {
+            spelt.reach = known->about.reach;
+            spelt.most = known->count();
+            known->for_each(visit);
             return true;
         }
         return spell_anew(word, spelt, visit);
@@ -131,9 +133,9 @@ public:
         const Node last = read(stop, word, ways);
         if (last < 0) return false;
         spelt.reach = stop.at;
-        Notes notes(word.size() <= WordMap::LONGEST && known_words_.has_room());
+        KnownWords::Notes notes = known_words_.notes_for(word);
         if ((last & ENDS) == 0) {
-            if (notes.taken) remember(word, last, stop.at, notes);
+            remember(word, last, stop.at, notes);
             return true;
         }
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
@@ -156,19 +158,19 @@ public:
             const std::string_view analysis(begin, static_cast<std::size_t>(end - begin));
             const bool clean = (piece.path & (CAPITAL | NAME | ODD)) == 0;
             if (!clean && !is_kept_by_filters(word, analysis)) continue;
-            if (notes.taken) notes.add(analysis);
+            if (notes.taken()) notes.add(analysis);
             if (!visit(analysis)) return true;
         }
-        if (notes.taken) remember(word, last, stop.at, notes);
+        remember(word, last, stop.at, notes);
         return true;
     }
 
     /// How many bytes of `text` any path reads, if it's known that none reads all. `word`
     /// begins it, and was spelt before.
     std::optional<std::size_t> known_reach(std::string_view word, std::string_view text) {
-        const std::uint64_t known = known_words_.find(word);
-        if (known == WordMap::NOTHING) return std::nullopt;
-        const KnownWord& spelt = *known_word(known);
+        const KnownWords::List* known = known_words_.find(word);
+        if (known == nullptr) return std::nullopt;
+        const Spelling& spelt = known->about;
         if (spelt.last <= DEAD) return spelt.reach;
         Stop stop{spelt.last, word.size()};
         if (read(stop, text, nullptr) != DEAD) return std::nullopt;
@@ -214,7 +216,6 @@ private:
     static constexpr std::size_t MOST_PLACE_CHUNKS = 1 << 9;  // two million places
     static constexpr std::size_t LONGEST_PIECE = 128;
     static constexpr std::size_t MOST_WORDS = 1 << 14;  // slots: half a MiB
-    static constexpr std::size_t BYTES_OF_WORDS = 1 << 15;
     static constexpr std::size_t SHORT = 32;  // bytes that are copied in a few moves
     static constexpr std::size_t LONGEST_TEXT =
         LONGEST_PIECE * (LONGEST_SPELT + 1) + SHORT + 1;
@@ -261,57 +262,19 @@ private:
         return at - piece.size;
     }
 
-    /// What spelling a word gave. Behind it stand the analyses, each with its size in
-    /// front and a NUL behind.
-    struct KnownWord {
+    /// What spelling a word gave beside its analyses.
+    struct Spelling {
         Node last;
-        std::uint16_t reach, count;
+        std::uint16_t reach;
     };
-    using TextSize = std::uint16_t;
-
-    static const KnownWord* known_word(std::uint64_t value) {
-        return reinterpret_cast<const KnownWord*>(static_cast<std::uintptr_t>(value));
-    }
-
-    template <class Visit>
-    static void recite(const KnownWord& word, Spelt& spelt, Visit visit) {
-        spelt.reach = word.reach;
-        spelt.most = word.count;
-        const char* at = reinterpret_cast<const char*>(&word + 1);
-        for (std::uint16_t i = 0; i < word.count; ++i) {
-            TextSize size = 0;
-            std::memcpy(&size, at, sizeof size);
-            at += sizeof size;
-            if (!visit(std::string_view(at, size))) return;
-            at += size + std::size_t{1};
-        }
-    }
-
-    /// The analyses of a word as they are spelt, for a KnownWord.
-    struct Notes {
-        explicit Notes(bool taken_) : taken(taken_) {}
-
-        void add(std::string_view analysis) {
-            const auto length = static_cast<TextSize>(analysis.size());
-            if (analysis.size() > LONGEST_PIECE ||
-                sizeof text - size < sizeof length + length + 1) {
-                taken = false;
-                return;
-            }
-            std::memcpy(text + size, &length, sizeof length);
-            std::memcpy(text + size + sizeof length, analysis.data(), length + 1u);
-            size += sizeof length + length + 1;
-            ++count;
-        }
-
-        bool taken;
-        std::uint16_t count = 0;
-        std::size_t size = 0;
-        char text[1000];
-    };
+    using KnownWords = KnownTexts<Spelling>;
 
     void remember(std::string_view word, Node last, std::size_t reach,
-                  const Notes& notes);
+                  const KnownWords::Notes& notes) {
+        // Several words seldom come again.
+        if (!notes.taken() || word.find(' ') != std::string_view::npos) return;
+        known_words_.keep(word, {last, static_cast<std::uint16_t>(reach)}, notes);
+    }
 
     /// A place that a path has arrived at, and what is known of the path.
     using Place = std::uint64_t;
@@ -408,7 +371,7 @@ private:
     std::vector<std::unique_ptr<NodeParts[]>> parts_;
     // Steps that were asked for in vain, by hash: some bits of the hash, and how often.
     std::unique_ptr<std::atomic<std::uint8_t>[]> asked_;
-    WordMap known_words_{MOST_WORDS};
+    KnownWords known_words_{MOST_WORDS};
 
     std::mutex mutex_;  // guards all below
     std::vector<std::unique_ptr<Slots>>
@@ -419,7 +382,6 @@ private:
     std::vector<Node> nodes_;  // by a hash of their places, open addressing
     LastingRuns<Place, PLACES_OF_CHUNK, MOST_PLACE_CHUNKS> kept_places_;
     LastingRuns<Piece, PIECES_OF_CHUNK, MOST_CHUNKS> kept_pieces_;
-    LastingRuns<char, BYTES_OF_WORDS, MOST_WORDS> kept_words_;   // KnownWords
     LastingRuns<char, BYTES_OF_CHUNK, MOST_CHUNKS> kept_texts_;  // that are no symbol
     std::unique_ptr<Builder> step_, ends_of_step_;
 };

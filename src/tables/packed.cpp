@@ -331,11 +331,11 @@ private:
     std::vector<std::uint32_t> begin_, label_;
     std::vector<std::uint16_t> mask_;  // by state: what can follow in it
     std::vector<std::int32_t> target_;
-    std::vector<StateRef> place_;      // by state
+    std::vector<StateRef> place_;  // by state
     std::vector<EmptyArc> empty_arcs_;
     std::vector<std::uint32_t> into_;                // by state: the first that enters it
     std::vector<std::uint32_t> next_, open_states_;  // of one step at a time
-    std::size_t size_ = 0;  // of all blocks, in units of 4 bytes
+    std::size_t size_ = 0;                           // of all blocks, in units of 4 bytes
     std::vector<std::uint8_t> first_, first_of_label_;
     std::vector<PackedLabel> labels_;
     std::string pool_, key_;

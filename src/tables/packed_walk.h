@@ -435,8 +435,9 @@ private:
         }
     }
 
+    /// Apart from its callers: their locals would take the registers that it needs.
     template <bool CAREFUL, class Emit>
-    void search(Frame current, Emit& emit) {
+    [[gnu::noinline]] void search(Frame current, Emit& emit) {
         while (!budget_.spent()) {
             if (current.upper < target_.size()) skip_foreign(current);
             if (current.arc == current.end) {
