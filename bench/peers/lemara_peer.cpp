@@ -298,6 +298,14 @@ int main(int argc, char** argv) {
                            answer);
         });
     }
+    if (task == "beginnings_anew") {
+        return measure([&](const std::string& word, std::string* answer) {
+            char upper[1] = "", lower[1] = "";
+            std::vector<Analisia> found;
+            table.birsortuFormak(word.c_str(), found, 0, upper, lower, true, false);
+            return size_of(found, answer);
+        });
+    }
     if (plain_task == "plain_paradigms" || plain_task == "plain_beginnings") {
         PlainForm& form = forms.at("eumorfo");
         const bool stop = plain_task == "plain_beginnings";
