@@ -402,7 +402,7 @@ LazyTransducer::Node LazyTransducer::make_start() {
     return node;
 }
 
-LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
+LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text, Asked asked,
                                           const Piece** ways) {
     if (stop.node <= DEAD) return stop.node;
     const Slots* slots = slots_.load(std::memory_order_acquire);
@@ -411,7 +411,8 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
         const std::uint8_t byte = lowered(static_cast<std::uint8_t>(text[stop.at]));
         Step taken = step(*slots, stop.node, byte);
         if (taken.next == UNKNOWN) {
-            taken = ask_again(stop.node, byte, ways != nullptr, insist);
+            if (asked == Asked::NEVER) return TOO_MANY;
+            taken = ask_again(stop.node, byte, asked, insist);
             slots = slots_.load(std::memory_order_acquire);
         }
         if (taken.next <= DEAD) return taken.next;
@@ -421,16 +422,15 @@ LazyTransducer::Node LazyTransducer::read(Stop& stop, std::string_view text,
     return stop.node;
 }
 
-/// True if a step is worth making. An answer is remembered, so other words ask for it:
-/// where many come by. Who spells asks for the same words again. Counts, and forgets what
-/// another step of the same hash counted.
-bool LazyTransducer::is_asked_enough(Node node, std::uint8_t byte, bool spells) {
+/// True if a step is worth making. Counts, and forgets what another step of the same hash
+/// counted.
+bool LazyTransducer::is_asked_enough(Node node, std::uint8_t byte, Asked asked) {
     const std::uint64_t hash = key_of(node, byte) * 0x9E3779B97F4A7C15u;
     std::atomic<std::uint8_t>& count = asked_[hash >> (64 - ASKED_BITS)];
     const auto mark = static_cast<std::uint8_t>(hash >> 32 & ASKED_MARK);
     const std::uint8_t old = count.load(std::memory_order_relaxed);
     const int before = (old & ASKED_MARK) == mark ? old & ~ASKED_MARK : 0;
-    if (before + 1 >= (spells ? 2 : 4)) return true;
+    if (before + 1 >= static_cast<int>(asked)) return true;
     count.store(static_cast<std::uint8_t>(mark | (before + 1)),
                 std::memory_order_relaxed);
     return false;
@@ -438,14 +438,14 @@ bool LazyTransducer::is_asked_enough(Node node, std::uint8_t byte, bool spells) 
 
 /// A step that `read` did not find. Nobody waits here: while another thread makes steps,
 /// the walk is asked.
-LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, bool spells,
+LazyTransducer::Step LazyTransducer::ask_again(Node node, std::uint8_t byte, Asked asked,
                                                bool& insist) {
-    if (!insist && !is_asked_enough(node, byte, spells)) return {TOO_MANY, nullptr};
+    if (!insist && !is_asked_enough(node, byte, asked)) return {TOO_MANY, nullptr};
     const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
     if (!lock || !has_room()) return {TOO_MANY, nullptr};
     const Step known = step(*all_slots_.back(), node, byte);
     if (known.next != UNKNOWN) return known;
-    insist = spells;  // then the rest of this word too
+    insist = asked == Asked::TWICE;  // then the rest of this word too
     return build(node, byte);
 }
 

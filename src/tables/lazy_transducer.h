@@ -93,11 +93,12 @@ public:
         return (node & ENDS_ODD) != 0 ? Answer::ask_the_texts : Answer::no;
     }
 
-    /// The same for a whole word as typed. Makes what is asked for again.
+    /// The same for a whole word as typed. Makes nothing: an answer is remembered, and to
+    /// search for it costs no more than the steps that other words might use.
     Answer answer(std::string_view word) {
         const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
         Stop stop{start(), 0};
-        const Node last = read(stop, word, nullptr);
+        const Node last = read(stop, word, Asked::NEVER, nullptr);
         return last < 0 && stop.node > DEAD
                    ? finish(stop.node, word.substr(stop.at), small)
                    : answer(last, small);
@@ -130,7 +131,7 @@ public:
         if (word.size() > LONGEST_SPELT) return false;
         const Piece* ways[LONGEST_SPELT];
         Stop stop{start(), 0};
-        const Node last = read(stop, word, ways);
+        const Node last = read(stop, word, Asked::TWICE, ways);
         if (last < 0) return false;
         spelt.reach = stop.at;
         KnownWords::Notes notes = known_words_.notes_for(word);
@@ -173,7 +174,7 @@ public:
         const Spelling& spelt = known->about;
         if (spelt.last <= DEAD) return spelt.reach;
         Stop stop{spelt.last, word.size()};
-        if (read(stop, text, nullptr) != DEAD) return std::nullopt;
+        if (read(stop, text, Asked::OFTEN, nullptr) != DEAD) return std::nullopt;
         return stop.at;
     }
 
@@ -342,9 +343,13 @@ private:
         std::size_t at;
     };
 
+    /// How often a step must be asked for until it is made. Who spells asks for the same
+    /// words again; the others share steps with other words alone.
+    enum class Asked { NEVER = 0, TWICE = 2, OFTEN = 4 };
+
     /// The node that a text leads to from `stop` on; TOO_MANY if a step is not made yet,
     /// or not at all. `ways`, if not null, takes the way back of each step.
-    Node read(Stop& stop, std::string_view text, const Piece** ways);
+    Node read(Stop& stop, std::string_view text, Asked asked, const Piece** ways);
 
     class Builder;
     class Finisher;
@@ -352,8 +357,8 @@ private:
     Node make_start();
     Node make_next(Node node, std::uint8_t byte);
     Answer finish(Node node, std::string_view rest, bool small);
-    bool is_asked_enough(Node node, std::uint8_t byte, bool spells);
-    Step ask_again(Node node, std::uint8_t byte, bool spells, bool& insist);
+    bool is_asked_enough(Node node, std::uint8_t byte, Asked asked);
+    Step ask_again(Node node, std::uint8_t byte, Asked asked, bool& insist);
     Step build(Node node, std::uint8_t byte);
     Node node_of(const Builder& built);
     void widen_nodes();
