@@ -12,12 +12,22 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include "Lemara.h"
 
 namespace lemara::test {
+
+/// Does `work(0)`, `work(1)` ... at the same time, each in a thread, and waits for all.
+template <class Work>
+void in_threads(unsigned count, Work work) {
+    std::vector<std::thread> threads;
+    for (unsigned number = 0; number < count; ++number)
+        threads.emplace_back([&work, number] { work(number); });
+    for (std::thread& thread : threads) thread.join();
+}
 
 /// A folder of its own for one test, gone with the object.
 class TempDir {

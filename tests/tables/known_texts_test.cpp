@@ -8,7 +8,6 @@
 #include <map>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "random_tables.h"
@@ -112,8 +111,7 @@ TEST(KnownTexts, TakesListsUpToItsBounds) {
     EXPECT_EQ(known.find(std::string(Known::LONGEST_WORD, 'b'))->count(), 2);
     EXPECT_EQ(known.find(std::string(Known::LONGEST_WORD + 1, 'b')), nullptr);
     // Each text costs its size, a NUL and two bytes more.
-    Strings filling(5, std::string(Known::LONGEST_TEXT, 'a'));
-    filling.resize(7, std::string(Known::LONGEST_TEXT, 'a'));
+    Strings filling(7, longest);
     filling.push_back(
         std::string(Known::MOST_BYTES - 7 * (Known::LONGEST_TEXT + 3) - 3, 'c'));
     keep(known, "full", 6, filling);
@@ -128,24 +126,20 @@ TEST(KnownTextsThreads, ReadsWhileAnotherWrites) {
     Known known(SLOTS);
     std::atomic<int> wrong{0};
     std::atomic<long> hits{0};
-    std::vector<std::thread> threads;
-    for (unsigned t = 0; t < 4; ++t) {
-        threads.emplace_back([&, t] {
-            std::mt19937 random(t);
-            for (int i = 0; i < 20000; ++i) {
-                const int number = static_cast<int>(random() % 2000);
-                const std::string word = std::to_string(number);
-                const Strings texts = {word + 'a', word + 'b'};
-                if (const Known::List* list = known.find(word)) {
-                    ++hits;
-                    if (list->about != number || texts_of(*list) != texts) ++wrong;
-                } else {
-                    keep(known, word, number, texts);
-                }
+    lemara::test::in_threads(4, [&](unsigned t) {
+        std::mt19937 random(t);
+        for (int i = 0; i < 20000; ++i) {
+            const int number = static_cast<int>(random() % 2000);
+            const std::string word = std::to_string(number);
+            const Strings texts = {word + 'a', word + 'b'};
+            if (const Known::List* list = known.find(word)) {
+                ++hits;
+                if (list->about != number || texts_of(*list) != texts) ++wrong;
+            } else {
+                keep(known, word, number, texts);
             }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+        }
+    });
     EXPECT_EQ(wrong, 0);
     EXPECT_GT(hits, 1000);
 }

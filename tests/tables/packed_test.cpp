@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -405,12 +407,52 @@ TEST(Packed, AgreesWithTheTwinOnStatesOfManyArcs) {
     tally.expect({"a state of more than 255 arcs"});
 }
 
+// What a table says of its cycles is what a look at all paths of its graph says.
+TEST(Packed, KnowsItsCycles) {
+    std::map<std::uint32_t, long> seen;
+    for (unsigned seed = 1; seed <= 2000; ++seed) {
+        RandomTables random(seed);
+        const auto table = lemara::test::table_from(random.table());
+        const std::size_t states = table->egoerak.size();
+        std::uint32_t expected = 0;
+        for (const bool empty_alone : {false, true}) {
+            // Which states paths of one arc or more lead to, from each.
+            std::vector<std::vector<bool>> leads(states, std::vector<bool>(states));
+            for (std::size_t from = 0; from < states; ++from) {
+                for (const Zubia* arc : table->egoerak[from]->zubiak) {
+                    const auto to = static_cast<std::size_t>(arc->hurrengo_egoera);
+                    if (arc->hurrengo_egoera < 0 || to >= states) continue;
+                    if (!empty_alone || arc->beheko_ikurra.empty())
+                        leads[from][to] = true;
+                }
+            }
+            for (std::size_t by = 0; by < states; ++by) {
+                for (std::size_t from = 0; from < states; ++from) {
+                    for (std::size_t to = 0; leads[from][by] && to < states; ++to)
+                        if (leads[by][to]) leads[from][to] = true;
+                }
+            }
+            for (std::size_t state = 0; state < states; ++state) {
+                if (leads[state][state])
+                    expected |= empty_alone ? lemara::EMPTY_CYCLES : lemara::ANY_CYCLES;
+            }
+        }
+        ASSERT_EQ(lemara::packed_form(*table).cycles, expected) << "seed " << seed;
+        ++seen[expected];
+    }
+    EXPECT_GT(seen[0], 100);
+    EXPECT_GT(seen[lemara::ANY_CYCLES], 100);
+    EXPECT_GT(seen[lemara::ANY_CYCLES | lemara::EMPTY_CYCLES], 100);
+}
+
 // The way along a target leads through states of many arcs, which are found by the byte
 // that is wanted at the second asking.
 TEST(Packed, AgreesWithTheTwinOnTheWayThroughStatesOfManyArcs) {
     Tally tally;
-    const Strings letters = {"a", "b", "c", "A", "B", "\361", "ab", "cab", "x1", "<>", ""};
-    const Strings tags = {"<IZE>", "<ABS>", "<PSP>", "<ADL>", "<ELI_IZE>", "<0Q>", "<1O>"};
+    const Strings letters = {"a",  "b",   "c",  "A",  "B", "\361",
+                             "ab", "cab", "x1", "<>", ""};
+    const Strings tags = {"<IZE>",     "<ABS>", "<PSP>", "<ADL>",
+                          "<ELI_IZE>", "<0Q>",  "<1O>"};
     long kept = 0;
     for (unsigned seed = 1; seed <= (SANITIZED ? 10 : 60); ++seed) {
         RandomTables random(FIRST_SEED + seed);
@@ -420,8 +462,8 @@ TEST(Packed, AgreesWithTheTwinOnTheWayThroughStatesOfManyArcs) {
                 const Strings& uppers = state < 3 && !random.once_in(12) ? letters : tags;
                 const std::string lower = random.once_in(3) ? "" : random.any_of(letters);
                 records += std::to_string(state) + '\t' +
-                           field(random.any_of(uppers), lower == "<>" ? "" : lower) + '\t' +
-                           std::to_string(state + 1) + '\n';
+                           field(random.any_of(uppers), lower == "<>" ? "" : lower) +
+                           '\t' + std::to_string(state + 1) + '\n';
             }
         }
         const Forms forms(records + "final: 3\nfinal: 4\n");

@@ -8,11 +8,11 @@
 #include <map>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "lemara/compiled_table.h"
 #include "random_tables.h"
+#include "support.h"
 #include "tables/token_walk.h"
 
 namespace {
@@ -109,21 +109,17 @@ TEST(WordMapThreads, ReadsWhileAnotherWrites) {
     WordMap map(SLOTS);
     std::atomic<int> wrong{0};
     std::atomic<long> hits{0};
-    std::vector<std::thread> threads;
-    for (unsigned t = 0; t < 4; ++t) {
-        threads.emplace_back([&, t] {
-            std::mt19937 random(t);
-            for (int i = 0; i < 40000; ++i) {
-                const std::uint64_t number = random() % 5000 + 1;
-                const std::string word = "zenbakia: " + std::to_string(number);
-                const std::uint64_t found = map.find(word);
-                if (found != WordMap::NOTHING && found != number) ++wrong;
-                if (found == number) ++hits;
-                map.put(word, number);
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+    lemara::test::in_threads(4, [&](unsigned t) {
+        std::mt19937 random(t);
+        for (int i = 0; i < 40000; ++i) {
+            const std::uint64_t number = random() % 5000 + 1;
+            const std::string word = "zenbakia: " + std::to_string(number);
+            const std::uint64_t found = map.find(word);
+            if (found != WordMap::NOTHING && found != number) ++wrong;
+            if (found == number) ++hits;
+            map.put(word, number);
+        }
+    });
     EXPECT_EQ(wrong, 0);
     EXPECT_GT(hits, 1000);
 }
