@@ -11,6 +11,7 @@
 #include "karaktereak.h"
 
 using lemara::contains;
+using lemara::ends_with;
 using lemara::starts_with;
 using lemara::text_of;
 
@@ -28,12 +29,28 @@ bool case_fits(std::string_view token, std::string_view analysis) {
     return !(begins_small(token) && begins_capital(analysis));
 }
 
-/// Ends of multiword lemmas that the tables over-generate.
-constexpr std::string_view FALSE_LEMMAS[] = {
-    "bidea ireki<",  "bat egin<",   "bat etorri<", "asko izan<", "bat egon<",
-    "bat izan<",     "bat ere<",    "eta bi<",     "eta beste<", "eta gero<",
-    "lagun eraman<", "lagun izan<", "nahi beste<", "nola ez<",   "era batera<",
+/// Ends of multiword lemmas that the tables over-generate: what stands in front of a
+/// blank and behind it.
+constexpr std::string_view FALSE_LEMMAS[][2] = {
+    {"bidea", "ireki<"}, {"bat", "egin<"}, {"bat", "etorri<"},   {"asko", "izan<"},
+    {"bat", "egon<"},    {"bat", "izan<"}, {"bat", "ere<"},      {"eta", "bi<"},
+    {"eta", "beste<"},   {"eta", "gero<"}, {"lagun", "eraman<"}, {"lagun", "izan<"},
+    {"nahi", "beste<"},  {"nola", "ez<"},  {"era", "batera<"},
 };
+
+/// True if an analysis holds one of them. Every analysis of several words is asked, so
+/// only its blanks are looked at.
+bool holds_false_lemma(std::string_view analysis) {
+    std::size_t blank = analysis.find(' ');
+    for (; blank != std::string_view::npos; blank = analysis.find(' ', blank + 1)) {
+        const std::string_view before = analysis.substr(0, blank);
+        const std::string_view behind = analysis.substr(blank + 1);
+        for (const auto& [first, last] : FALSE_LEMMAS) {
+            if (starts_with(behind, last) && ends_with(before, first)) return true;
+        }
+    }
+    return false;
+}
 
 /// The same, wrong only as the noun of a compound postposition.
 constexpr std::string_view FALSE_POSTPOSITIONS[] = {
@@ -49,11 +66,7 @@ bool fits_token(std::string_view token, std::string_view analysis,
 }
 
 bool is_false_lemma(std::string_view analysis, const lemara::TagScan& tags) {
-    if (contains(analysis, " ")) {  // every one of the list holds a blank
-        for (const std::string_view lemma : FALSE_LEMMAS) {
-            if (contains(analysis, lemma)) return true;
-        }
-    }
+    if (holds_false_lemma(analysis)) return true;
     if (!tags.postposition) return false;
     for (const std::string_view lemma : FALSE_POSTPOSITIONS) {
         if (contains(analysis, lemma)) return true;

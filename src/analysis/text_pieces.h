@@ -15,6 +15,11 @@ inline bool starts_with(std::string_view text, std::string_view piece) {
     return text.substr(0, piece.size()) == piece;
 }
 
+inline bool ends_with(std::string_view text, std::string_view piece) {
+    return text.size() >= piece.size() &&
+           text.substr(text.size() - piece.size()) == piece;
+}
+
 /// `text` up to its first NUL: what an interface of C strings sees of it.
 inline std::string_view up_to_nul(std::string_view text) {
     return text.substr(0, text.find('\0'));

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -264,6 +267,24 @@ TEST(Iragazkiak, RefusesFalseMultiwords) {
         const std::string broken = "x" + open.substr(1) + "<PSP>";
         EXPECT_TRUE(kenduHAULtxarrak(broken.c_str(), "")) << broken;
     }
+}
+
+TEST(Iragazkiak, RefusesFalseMultiwordsWhereverTheyStand) {
+    const std::string pieces[] = {"bat", "egin<", "be", "re<", "eta", " ", "x"};
+    std::mt19937 random(5);
+    std::size_t refused = 0;
+    for (int i = 0; i < 20000; ++i) {
+        std::string text;
+        for (int piece = 0; piece < 12; ++piece)
+            text += pieces[random() % std::size(pieces)];
+        SCOPED_TRACE(text);
+        const bool held = std::any_of(
+            std::begin(ALWAYS), std::end(ALWAYS),
+            [&](auto* literal) { return text.find(literal) != std::string::npos; });
+        refused += held ? 1 : 0;
+        EXPECT_EQ(kenduHAULtxarrak(text.c_str(), ""), !held);
+    }
+    EXPECT_GT(refused, 200u);
 }
 
 TEST(Iragazkiak, KalkulatuMaiuskulak) {
