@@ -1,19 +1,12 @@
 #include "engine/CandidateJudge.h"
 
 #include "analysis/text_pieces.h"
+#include "engine/gaps.h"
 #include "karaktereak.h"
 #include "tables/token_walk.h"
 
 namespace lemara {
 namespace {
-
-/// Asked for every candidate, so letter by letter: what is inserted is short.
-bool has_gap(std::string_view text) {
-    for (const char c : text) {
-        if (c == ' ' || c == '-') return true;
-    }
-    return false;
-}
 
 bool is_small(char c) { return c >= 'a' && c <= 'z'; }
 

@@ -8,6 +8,7 @@
 #include "Lemara.h"
 #include "analysis/text_pieces.h"
 #include "engine/entries.h"
+#include "engine/gaps.h"
 #include "engine/unknown_forms.h"
 #include "tables/token_walk.h"
 #include "text/sentence_analysis.h"
@@ -30,14 +31,6 @@ constexpr const char* WORD_CLASSES[][2] = {
     {"ARR", "<ARR>"}, {"IZO", "<IZO>"}, {"ADI", "<ADI>"},
     {"PIB", "<PIB>"}, {"LIB", "<LIB>"}, {"IZB", "<IZB>"},
 };
-
-/// True if the word is judged as text. Tested at every call, so letter by letter.
-bool has_gap(const std::string& word) {
-    for (const char c : word) {
-        if (c == ' ' || c == '-') return true;
-    }
-    return false;
-}
 
 bool is_entry_start(const Analisia& entry) {
     return entry.erabili.empty() && !contains(entry.etiketa, "EZZG");
@@ -69,8 +62,9 @@ std::vector<Analisia> Lemara::analizatuTokena(const std::string& tokena) const {
 }
 
 bool Lemara::isValid(const std::string& hitza, bool sakon) const {
-    if (has_gap(hitza)) return is_valid_text(hitza);
-    if (is_in_dictionary(hitza) || is_in_networks(hitza)) return true;
+    if (lemara::has_gap(hitza)) return is_valid_text(hitza);
+    if (hiztegiPertsonala != nullptr && is_in_dictionary(hitza)) return true;
+    if (is_in_networks(hitza)) return true;
     return sakon && begins_entry(hitza);
 }
 
@@ -86,7 +80,7 @@ bool Lemara::is_valid_text(const std::string& text) const {
 }
 
 bool Lemara::is_in_dictionary(const std::string& word) const {
-    if (hiztegiPertsonala == nullptr || hiztegiPertsonala->erroak.empty()) return false;
+    if (hiztegiPertsonala->erroak.empty()) return false;
     return !hiztegiPertsonala
                 ->analizatu(word, find_network(std::string(PARADIGM_NETWORK)))
                 .empty();
