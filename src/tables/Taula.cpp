@@ -22,23 +22,19 @@ bool is_index(int state, const std::vector<Egoera*>& states) {
 }  // namespace
 
 const lemara::PackedView& lemara::packed_form(const Taula& table) {
-    return TableInside::forms(table).packed(table.egoerak);
+    return TableInside::forms_of(table).view;
 }
 
 lemara::LazyTransducer& lemara::lazy_form(const Taula& table) {
-    return TableInside::forms(table).lazy(table.egoerak);
-}
-
-lemara::WordMap& lemara::answers_about(const Taula& table) {
-    return TableInside::forms(table).answers(table.egoerak);
+    return TableInside::forms_of(table).lazy;
 }
 
 lemara::KnownBeginnings& lemara::known_beginnings(const Taula& table) {
-    return TableInside::forms(table).beginnings(table.egoerak);
+    return TableInside::forms_of(table).beginnings;
 }
 
 lemara::UpperArcs& lemara::upper_form(const Taula& table) {
-    return TableInside::forms(table).upper(table.egoerak);
+    return TableInside::forms_of(table).upper;
 }
 
 namespace {

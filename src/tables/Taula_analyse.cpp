@@ -12,7 +12,7 @@
 #include "Taula.h"
 #include "analysis/RecordText.h"
 #include "karaktereak.h"
-#include "tables/forms.h"
+#include "tables/inside.h"
 #include "tables/lazy_transducer.h"
 #include "tables/packed_walk.h"
 #include "tables/token_walk.h"
@@ -105,9 +105,12 @@ private:
     const std::string& token_;
 };
 
-/// has_word without its memory.
-bool finds_word(const Taula& table, const std::string& token) {
-    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT))) {
+/// has_word without its memory. Apart from it, so that what is known costs no more than a
+/// look.
+[[gnu::noinline]] bool finds_word(const Taula& table, const std::string& token) {
+    WordFinder finder(token);
+    const auto counts = [&finder](std::string_view text) { return !finder(text); };
+    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT), counts)) {
         case Answer::no:
             return false;
         case Answer::yes:
@@ -117,7 +120,6 @@ bool finds_word(const Taula& table, const std::string& token) {
         case Answer::ask_the_texts:
             break;
     }
-    WordFinder finder(token);
     LazyTransducer::Spelt spelt;
     analyse(table, token, spelt, std::ref(finder));
     return finder.found;
@@ -160,11 +162,12 @@ std::optional<Analisia> first_analysis(const Taula& table, const std::string& to
 
 bool has_word(const Taula& table, const std::string& token) {
     constexpr std::uint64_t NO = 1, YES = 2;
-    WordMap& answers = answers_about(table);
-    const std::uint64_t known = answers.find(token);
+    WordMap& answers = TableInside::forms_of(table).answers;
+    const WordMap::Word word(token);
+    const std::uint64_t known = answers.find(word);
     if (known != WordMap::NOTHING) return known == YES;
     const bool found = finds_word(table, token);
-    answers.put(token, found ? YES : NO);
+    answers.put(word, found ? YES : NO);
     return found;
 }
 

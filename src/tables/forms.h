@@ -11,44 +11,62 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
 #include <vector>
 
+#include "tables/UpperArcs.h"
+#include "tables/image.h"
+#include "tables/known_beginnings.h"
+#include "tables/lazy_transducer.h"
 #include "tables/packed.h"
+#include "tables/word_map.h"
 
 namespace lemara {
 
-class KnownBeginnings;
-class LazyTransducer;
-class UpperArcs;
-class WordMap;
-class Image;
+/// How often a graph of the process was changed.
+extern std::atomic<std::uint64_t> graph_changes;
 
 /// To be called behind every change of a graph.
 void note_graph_change();
+
+/// The forms of one graph as it was at one time.
+struct Forms {
+    explicit Forms(const std::vector<Egoera*>& graph);
+    Forms(std::unique_ptr<PackedTable> packed, const std::vector<Egoera*>& graph);
+    explicit Forms(std::unique_ptr<Image> mapped);
+
+    std::size_t state_count;
+    std::uint64_t mark;                  // of the graph
+    bool folded;                         // it stands for a graph that isn't there
+    std::unique_ptr<PackedTable> table;  // one of the two
+    std::unique_ptr<Image> image;
+
+    PackedView view;
+    LazyTransducer lazy;  // its lower side, made deterministic on demand
+    WordMap answers{std::size_t{1} << 19};  // about words, see has_word: 16 MiB
+    UpperArcs upper;  // its arcs by what they write, as far as they were asked for
+    KnownBeginnings beginnings;  // what was answered about beginnings of its upper side
+};
 
 class TableForms {
 public:
     TableForms();
     ~TableForms();
 
-    /// The packed form of this graph. Any number of threads may ask at once; a change of
-    /// the graph is for one thread alone.
-    const PackedView& packed(const std::vector<Egoera*>& graph);
-
-    /// Its lower side, made deterministic on demand.
-    LazyTransducer& lazy(const std::vector<Egoera*>& graph);
-
-    /// What was answered about words of this graph; see has_word.
-    WordMap& answers(const std::vector<Egoera*>& graph);
-
-    /// Its arcs by what they write on the upper side, as far as they were asked for.
-    UpperArcs& upper(const std::vector<Egoera*>& graph);
-
-    /// What was answered about the beginnings of its upper side.
-    KnownBeginnings& beginnings(const std::vector<Egoera*>& graph);
+    /// The forms of this graph. Any number of threads may ask at once; a change of the
+    /// graph is for one thread alone.
+    Forms& of(const std::vector<Egoera*>& graph) {
+        Forms* now = current_.load(std::memory_order_acquire);
+        if (now != nullptr && now->state_count == graph.size() &&
+            seen_change_.load(std::memory_order_relaxed) ==
+                graph_changes.load(std::memory_order_relaxed)) {
+            return *now;
+        }
+        return look_again(graph);
+    }
 
     /// Makes a compiled table the form of a graph that has no states.
     void use(std::unique_ptr<Image> image);
@@ -62,16 +80,13 @@ public:
     const PackedView* folded_view(const std::vector<Egoera*>& graph);
 
 private:
-    struct Current;
+    Forms& look_again(const std::vector<Egoera*>& graph);
+    void use(std::unique_ptr<Forms> form);
 
-    Current& current(const std::vector<Egoera*>& graph);
-    Current& look_again(const std::vector<Egoera*>& graph);
-    void use(std::unique_ptr<Current> form);
-
-    std::atomic<Current*> current_{nullptr};
+    std::atomic<Forms*> current_{nullptr};
     std::atomic<std::uint64_t> seen_change_{0};
     std::mutex mutex_;
-    std::unique_ptr<Current> owner_;
+    std::unique_ptr<Forms> owner_;
 };
 
 }  // namespace lemara

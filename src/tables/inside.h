@@ -6,5 +6,6 @@
 
 struct lemara::TableInside {
     static TableForms& forms(const Taula& table) { return *table.formak; }
+    static Forms& forms_of(const Taula& table) { return table.formak->of(table.egoerak); }
     static bool load_for_searches(Taula& table) { return table.load_for_searches(); }
 };

@@ -6,10 +6,10 @@
 // finds no room are found out anew each time. Tests: tests/tables/known_texts_test.cpp.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <mutex>
 #include <new>
 #include <string_view>
 #include <type_traits>
@@ -104,8 +104,8 @@ public:
     /// Keeps notes, if there is room and nobody else is at it.
     void keep(std::string_view word, const About& about, const Notes& notes) {
         if (!notes.taken_) return;
-        const std::unique_lock<std::mutex> lock(mutex_, std::try_to_lock);
-        if (!lock) return;
+        const Turn turn(busy_);
+        if (!turn) return;
         constexpr std::size_t ALIGNED = alignof(List);
         const std::size_t size =
             (sizeof(List) + notes.size_ + ALIGNED - 1) / ALIGNED * ALIGNED;
@@ -126,8 +126,8 @@ private:
     static_assert(alignof(List) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__,
                   "chunks are aligned");
 
-    WordMap lists_;  // addresses of lists
-    std::mutex mutex_;
+    WordMap lists_;                             // addresses of lists
+    std::atomic_flag busy_ = ATOMIC_FLAG_INIT;  // guards what is kept below
     LastingRuns<char, BYTES_OF_CHUNK, MOST_CHUNKS> bytes_;
 };
 

@@ -24,31 +24,30 @@ bool is_whole_tags(std::string_view text) {
 }
 
 std::uint8_t traits_of(std::string_view upper) {
-    std::uint8_t traits = upper.empty() ? Traits::NOTHING_WRITTEN : std::uint8_t{0};
-    if (!upper.empty() && upper[0] >= 'A' && upper[0] <= 'Z') traits |= Traits::CAPITAL;
-    if (upper.find_first_of(std::string_view("[] \0", 4)) != std::string_view::npos) {
-        return traits | Traits::ODD;
+    if (upper.empty()) return Traits::NOTHING_WRITTEN;
+    std::uint8_t traits =
+        upper[0] >= 'A' && upper[0] <= 'Z' ? Traits::CAPITAL : std::uint8_t{0};
+    bool has_tags = false;
+    for (const char c : upper) {
+        if (c == '[' || c == ']' || c == ' ' || c == '\0') return traits | Traits::ODD;
+        if (c == '<' || c == '>') has_tags = true;
     }
-    if (upper.find_first_of("<>") == std::string_view::npos) return traits;
+    if (!has_tags) return traits;
     if (!is_whole_tags(upper) || contains(upper, "MAT")) return traits | Traits::ODD;
-    for (const char* tag : {"<SNB>", "<SIG>", "<PSP>"}) {
-        if (contains(upper, tag)) return traits | Traits::ODD;
-    }
-    for (const char* tag : {"<PIB>", "<LIB>", "<IZB>"}) {
-        if (contains(upper, tag)) traits |= Traits::NAME;
-    }
+    const TagScan tags(upper);
+    if (tags.symbol || tags.postposition) return traits | Traits::ODD;
+    if (tags.person_or_place || tags.other_name) traits |= Traits::NAME;
     return traits;
 }
 
-/// The path behind a label.
-std::uint8_t with_label(std::uint8_t path, std::uint8_t label) {
-    std::uint8_t result = (path | label) & (Traits::NAME | Traits::ODD);
-    if ((path & Traits::NOTHING_WRITTEN) != 0) {
-        result |= label & (Traits::NOTHING_WRITTEN | Traits::CAPITAL);
-    } else {
-        result |= path & Traits::CAPITAL;
-    }
-    return result;
+/// The path behind a label. Without a branch: nothing tells what the next label is like.
+constexpr std::uint8_t with_label(std::uint32_t path, std::uint32_t label) {
+    constexpr std::uint32_t FIRST = Traits::NOTHING_WRITTEN | Traits::CAPITAL;
+    static_assert(Traits::NOTHING_WRITTEN == 1, "its bit makes a mask");
+    const std::uint32_t if_first = 0u - (path & Traits::NOTHING_WRITTEN);
+    return static_cast<std::uint8_t>(((path | label) & ~FIRST) |
+                                     (path & Traits::CAPITAL) |
+                                     (label & FIRST & if_first));
 }
 
 // A place is a state, an arc whose lower symbol has been read in part, or the end of a
@@ -99,17 +98,23 @@ std::uint64_t hash_of(const std::uint64_t* places, std::size_t count) {
 /// no order: any path that makes it a word will do.
 class LazyTransducer::Finisher {
 public:
-    /// `rest`, at most LONGEST_SPELT bytes, lowered. `small`: the word was typed with "a"
-    /// to "z" in front.
-    Finisher(const LazyTransducer& owner, std::string_view rest, bool small)
+    /// `word` as typed; at most LONGEST_SPELT bytes are left of it from `from` on.
+    Finisher(const LazyTransducer& owner, std::string_view word, std::size_t from,
+             const Counts& counts)
         : table_(owner.table_),
           traits_(owner.label_traits_.data()),
-          rest_(rest),
-          hopeless_(small ? CAPITAL : std::uint8_t{0}),
-          unclean_(small ? CAPITAL | NAME : 0) {
-        std::uint16_t* wanted = wanted_;
-        for (const char c : rest) *wanted++ = table_.bit_of(static_cast<std::uint8_t>(c));
-        *wanted = PackedView::END_BIT;
+          word_(word),
+          counts_(counts),
+          from_start_(from == 0),
+          hopeless_(begins_small(word) ? CAPITAL : 0u),
+          unclean_(begins_small(word) ? std::uint32_t{CAPITAL | NAME} : 0u),
+          size_of_rest_(word.size() - from) {
+        for (std::size_t i = 0; i < size_of_rest_; ++i) {
+            rest_[i] = lowered(static_cast<std::uint8_t>(word[from + i]));
+            wanted_[i] = table_.bit_of(rest_[i]);
+        }
+        rest_[size_of_rest_] = 0;
+        wanted_[size_of_rest_] = PackedView::END_BIT;
     }
 
     Answer run(const Place* places, std::size_t count) {
@@ -117,11 +122,11 @@ public:
             const Place place = places[i];
             if (is_end(place)) continue;  // there is a rest
             if (is_arc(place)) {
-                read(arc_at(table_, where(place)), read_of(place), 0, path_of(place));
+                follow(arc_at(table_, where(place)), read_of(place), path_of(place));
             } else {
-                push(static_cast<StateRef>(where(place)), 0, path_of(place));
+                push(static_cast<StateRef>(where(place)), 0, path_of(place), 0, 0);
             }
-            while (size_ > 0 && !done_) enter(stack_[--size_]);
+            while (size_ > 0 && !done_) follow(stack_[--size_]);
         }
         if (failed_) return Answer::ask_the_walk;
         if (done_) return Answer::yes;
@@ -131,73 +136,160 @@ public:
 private:
     struct Path {
         StateRef state;
-        std::uint16_t at;
+        std::uint8_t at;
         std::uint8_t traits;
+        std::uint16_t depth;  // arcs on the path
+        std::uint32_t label;  // of the last one
     };
+    static constexpr StateRef NOWHERE = -1;
     static constexpr std::size_t MOST_OPEN = 256;  // paths that are still to be searched
+    static constexpr std::size_t MOST_LOOKED = 4096;  // arcs
+    static constexpr std::size_t LONGEST_TEXT = 512;
+    static_assert(LONGEST_SPELT <= 255, "a path holds where it is");
 
-    void enter(const Path path) {
-        const PackedState state = table_.state(path.state);
-        const std::uint8_t byte = path.at < rest_.size()
-                                      ? static_cast<std::uint8_t>(rest_[path.at])
-                                      : std::uint8_t{0};
-        for (std::uint32_t base = 0; base < state.count; base += 64) {
-            const std::uint32_t count = std::min<std::uint32_t>(state.count - base, 64);
-            std::uint64_t bits = matching_arcs(state.first + base, count, byte);
-            for (; bits != 0; bits &= bits - 1) {
-                const std::uint32_t i =
-                    base + static_cast<std::uint32_t>(__builtin_ctzll(bits));
-                const PackedArc& arc = state.arcs[i];
-                ++arcs_;
-                if (arc.is_long()) {
-                    read(arc, 0, path.at, path.traits);
-                } else {
-                    go_on(arc, path.at + (state.first[i] != 0 ? 1u : 0u), path.traits);
+    /// Follows a path as long as it goes on. Where it forks, the other ways are put on
+    /// the stack. What it asks at every arc is in locals: the stack's memory might be
+    /// theirs, for all a compiler knows.
+    void follow(const Path path) {
+        const PackedView& table = table_;
+        const std::uint8_t* const label_traits = traits_;
+        const std::uint32_t hopeless = hopeless_;
+        std::size_t arcs = arcs_;
+        StateRef ref = path.state;
+        std::uint32_t at = path.at, traits = path.traits, depth = path.depth;
+        std::uint32_t last = path.label;
+        do {
+            const PackedState state = table.state(ref);
+            const std::uint8_t byte = rest_[at];
+            __builtin_prefetch(reinterpret_cast<const char*>(state.first) + 63);
+            labels_[depth++] = last;
+            StateRef next = NOWHERE;
+            std::uint32_t next_at = 0, next_traits = 0;
+            for (std::uint32_t base = 0; base < state.count; base += LOOK) {
+                std::uint32_t bits =
+                    matching_of_look(state.first + base, state.count - base, byte);
+                for (; bits != 0; bits &= bits - 1) {
+                    const std::size_t i =
+                        base + static_cast<std::uint32_t>(__builtin_ctz(bits));
+                    const PackedArc& arc = state.arcs[i];
+                    ++arcs;
+                    const std::uint32_t label = table.label_of(arc);
+                    std::uint32_t behind = at;
+                    if (arc.is_long()) {
+                        if (!reads(label, 0, at)) continue;
+                        behind += table.labels[label].lower_size;
+                    } else {
+                        behind += state.first[i] != 0 ? 1 : 0;
+                    }
+                    if ((arc.follows & wanted_[behind]) == 0) continue;
+                    const std::uint32_t now = with_label(traits, label_traits[label]);
+                    if ((now & hopeless) != 0) continue;
+                    if (arc.target < 0) {
+                        end(behind, now, depth, label);
+                        continue;
+                    }
+                    if (next != NOWHERE) push(next, next_at, next_traits, depth, last);
+                    next = arc.target;
+                    next_at = behind;
+                    next_traits = now;
+                    last = label;
                 }
             }
-        }
-        if (arcs_ > MOST_ARCS) failed_ = done_ = true;
+            if (arcs > MOST_LOOKED) failed_ = done_ = true;
+            ref = next;
+            at = next_at;
+            traits = next_traits;
+        } while (ref != NOWHERE && !done_);
+        arcs_ = arcs;
     }
 
-    /// Reads what is left of an arc's lower symbol, and goes on behind it.
-    void read(const PackedArc& arc, std::size_t from, std::size_t at,
-              std::uint8_t traits) {
-        const std::string_view lower = table_.lower(table_.label_of(arc)).substr(from);
-        if (rest_.compare(at, lower.size(), lower) == 0)
-            go_on(arc, at + lower.size(), traits);
-    }
-
-    /// An arc's symbol has been read up to `at`.
-    void go_on(const PackedArc& arc, std::size_t at, std::uint8_t traits) {
+    /// Goes on from an arc that has been read up to `from`.
+    void follow(const PackedArc& arc, std::size_t from, std::uint32_t traits) {
+        const std::uint32_t label = table_.label_of(arc);
+        if (!reads(label, from, 0)) return;
+        const auto at =
+            static_cast<std::uint32_t>(table_.labels[label].lower_size - from);
         if ((arc.follows & wanted_[at]) == 0) return;
-        traits = with_label(traits, traits_[table_.label_of(arc)]);
+        traits = with_label(traits, traits_[label]);
         if ((traits & hopeless_) != 0) return;
-        if (arc.target >= 0) return push(arc.target, at, traits);
-        if (at < rest_.size()) return;
+        if (arc.target < 0) {
+            end(at, traits, 0, label);
+        } else {
+            push(arc.target, at, traits, 0, label);
+        }
+    }
+
+    /// True if what is left of a lower symbol is read at `at`.
+    [[gnu::noinline]] bool reads(std::uint32_t label, std::size_t from,
+                                 std::size_t at) const {
+        const std::string_view lower = table_.lower(label).substr(from);
+        const std::string_view rest(reinterpret_cast<const char*>(rest_), size_of_rest_);
+        return rest.compare(at, lower.size(), lower) == 0;
+    }
+
+    void push(StateRef state, std::uint32_t at, std::uint32_t traits, std::uint32_t depth,
+              std::uint32_t label) {
+        if (size_ == MOST_OPEN) {
+            failed_ = done_ = true;
+            return;
+        }
+        __builtin_prefetch(table_.states + 4 * static_cast<std::size_t>(state));
+        stack_[size_++] = {state, static_cast<std::uint8_t>(at),
+                           static_cast<std::uint8_t>(traits),
+                           static_cast<std::uint16_t>(depth), label};
+    }
+
+    /// A path of `depth` arcs ends at `at`, behind one more, over `label`.
+    void end(std::size_t at, std::uint32_t traits, std::size_t depth,
+             std::uint32_t label) {
+        if (at < size_of_rest_) return;
         if ((traits & ODD) != 0) {
-            odd_ = true;
+            end_oddly(depth, label);
         } else if ((traits & unclean_) == 0) {
             done_ = true;
         }
     }
 
-    void push(StateRef state, std::size_t at, std::uint8_t traits) {
-        if (size_ == MOST_OPEN) {
-            failed_ = done_ = true;
-        } else {
-            __builtin_prefetch(table_.states + 4 * static_cast<std::size_t>(state));
-            stack_[size_++] = {state, static_cast<std::uint16_t>(at), traits};
+    /// The analysis of an odd path is written, from its end back, and asked what it is
+    /// worth.
+    [[gnu::noinline]] void end_oddly(std::size_t depth, std::uint32_t label) {
+        if (!from_start_) {
+            odd_ = true;
+            return;
         }
+        char text[LONGEST_TEXT + 1];
+        char* const end = text + LONGEST_TEXT;
+        char* begin = end;
+        *end = '\0';
+        for (;; label = labels_[depth]) {
+            const std::string_view upper = table_.upper(label);
+            if (upper.size() > static_cast<std::size_t>(begin - text) ||
+                upper.find('\0') != std::string_view::npos) {
+                failed_ = done_ = true;
+                return;
+            }
+            begin -= upper.size();
+            upper.copy(begin, upper.size());
+            if (depth-- <= 1) break;
+        }
+        const std::string_view analysis(begin, static_cast<std::size_t>(end - begin));
+        done_ = is_kept_by_filters(word_, analysis) && counts_(analysis);
     }
 
     const PackedView& table_;
-    const std::uint8_t* traits_;
-    const std::string_view rest_;
-    const std::uint8_t hopeless_;  // traits of a path that is no analysis of the word
-    const std::uint8_t unclean_;   // of one that makes it no word as it was typed
-    std::uint16_t wanted_[LONGEST_SPELT + 1];
+    const std::uint8_t* const traits_;
+    const std::string_view word_;
+    const Counts& counts_;
+    const bool from_start_;         // only then the upper text of a path is known
+    const std::uint32_t hopeless_;  // traits of a path that is no analysis of the word
+    const std::uint32_t unclean_;   // of one that makes it no word as it was typed
+    const std::size_t size_of_rest_;
+    std::uint8_t rest_[LONGEST_SPELT + 1];     // lowered, with a NUL behind it
+    std::uint16_t wanted_[LONGEST_SPELT + 1];  // what must follow at each place of it
     Path stack_[MOST_OPEN];
     std::size_t size_ = 0;
+    std::uint32_t
+        labels_[MOST_LOOKED + 2];  // on the way to where the search is; 0 is none
     std::size_t arcs_ = 0;
     bool odd_ = false;
     bool done_ = false;    // a word was found
@@ -456,16 +548,12 @@ LazyTransducer::Node LazyTransducer::make_next(Node node, std::uint8_t byte) {
     return has_room() ? build(node, byte).next : TOO_MANY;
 }
 
-/// The answer for a word that has been read up to `node`, where the steps end.
-Answer LazyTransducer::finish(Node node, std::string_view rest, bool small) {
-    char lower[LONGEST_SPELT];
-    if (rest.size() > sizeof lower) return Answer::ask_the_walk;
-    std::transform(rest.begin(), rest.end(), lower, [](char c) {
-        return static_cast<char>(lowered(static_cast<std::uint8_t>(c)));
-    });
-    const NodeParts& parts = parts_of(node);
-    return Finisher(*this, {lower, rest.size()}, small)
-        .run(parts.places, parts.place_count);
+/// The answer for a word that has been read up to `stop`, where the steps end.
+Answer LazyTransducer::finish(const Stop& stop, std::string_view word,
+                              const Counts& counts) {
+    if (word.size() - stop.at > LONGEST_SPELT) return Answer::ask_the_walk;
+    const NodeParts& parts = parts_of(stop.node);
+    return Finisher(*this, word, stop.at, counts).run(parts.places, parts.place_count);
 }
 
 LazyTransducer::Step LazyTransducer::build(Node node, std::uint8_t byte) {

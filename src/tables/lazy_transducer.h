@@ -22,6 +22,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -93,15 +94,17 @@ public:
         return (node & ENDS_ODD) != 0 ? Answer::ask_the_texts : Answer::no;
     }
 
-    /// The same for a whole word as typed. Makes nothing: an answer is remembered, and to
-    /// search for it costs no more than the steps that other words might use.
-    Answer answer(std::string_view word) {
-        const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
+    /// True if an analysis that the filters keep makes the word one.
+    using Counts = std::function<bool(std::string_view analysis)>;
+
+    /// The same for a whole word as typed, in which no NUL is. Makes nothing: an answer
+    /// is remembered, and to search for it costs no more than the steps that other words
+    /// might use. `counts` is asked of analyses of which a node doesn't know enough.
+    Answer answer(std::string_view word, const Counts& counts) {
         Stop stop{start(), 0};
         const Node last = read(stop, word, Asked::NEVER, nullptr);
-        return last < 0 && stop.node > DEAD
-                   ? finish(stop.node, word.substr(stop.at), small)
-                   : answer(last, small);
+        return last < 0 && stop.node > DEAD ? finish(stop, word, counts)
+                                            : answer(last, begins_small(word));
     }
 
     /// What is known of a word before its first analysis is visited.
@@ -139,7 +142,7 @@ public:
             remember(word, last, stop.at, notes);
             return true;
         }
-        const bool small = !word.empty() && word[0] >= 'a' && word[0] <= 'z';
+        const bool small = begins_small(word);
         const NodeParts& parts = parts_of(last);
         spelt.most = parts.end_count;
         char text[LONGEST_TEXT];
@@ -322,6 +325,10 @@ private:
         std::unique_ptr<Slot[]> slots;
     };
 
+    static bool begins_small(std::string_view word) {
+        return !word.empty() && word[0] >= 'a' && word[0] <= 'z';
+    }
+
     static std::uint32_t key_of(Node node, std::uint8_t byte) {
         return static_cast<std::uint32_t>(node & NUMBER) << 8 | byte;
     }
@@ -356,7 +363,7 @@ private:
 
     Node make_start();
     Node make_next(Node node, std::uint8_t byte);
-    Answer finish(Node node, std::string_view rest, bool small);
+    Answer finish(const Stop& stop, std::string_view word, const Counts& counts);
     bool is_asked_enough(Node node, std::uint8_t byte, Asked asked);
     Step ask_again(Node node, std::uint8_t byte, Asked asked, bool& insist);
     Step build(Node node, std::uint8_t byte);

@@ -15,6 +15,7 @@
 // Tests: tests/tables/packed_test.cpp, against the walk over the graph.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -190,28 +191,37 @@ static_assert(PackedView::BEHIND_STATES >=
                   PackedView::MANY_ARCS * (1 + sizeof(PackedArc)) + 1,
               "a block that begins among the states ends in the memory behind them");
 
-/// The arcs among `count` (at most 64) from `first` on whose byte is `byte` or 0, as
-/// bits.
+/// Arcs that one look takes in.
+constexpr std::uint32_t LOOK = 16;
+
+/// The arcs among the first `count` of LOOK from `first` on whose byte is `byte` or 0, as
+/// bits. There are LOOK bytes to be read, whatever they are.
+inline std::uint32_t matching_of_look(const std::uint8_t* first, std::uint32_t count,
+                                      std::uint8_t byte) {
+    std::uint32_t bits = 0;
+#ifdef __SSE2__
+    const __m128i look = _mm_loadu_si128(reinterpret_cast<const __m128i*>(first));
+    const __m128i hit =
+        _mm_or_si128(_mm_cmpeq_epi8(look, _mm_set1_epi8(static_cast<char>(byte))),
+                     _mm_cmpeq_epi8(look, _mm_setzero_si128()));
+    bits = static_cast<std::uint32_t>(_mm_movemask_epi8(hit));
+#else
+    for (std::uint32_t i = 0; i < LOOK; ++i) {
+        const bool hit = first[i] == byte || first[i] == 0;
+        bits |= static_cast<std::uint32_t>(hit) << i;
+    }
+#endif
+    return bits & ((1u << std::min(count, LOOK)) - 1);
+}
+
+/// The same for as many as there are, at most 64.
 inline std::uint64_t matching_arcs(const std::uint8_t* first, std::uint32_t count,
                                    std::uint8_t byte) {
     std::uint64_t bits = 0;
-#ifdef __SSE2__
-    const __m128i wanted = _mm_set1_epi8(static_cast<char>(byte));
-    const __m128i none = _mm_setzero_si128();
-    for (std::uint32_t i = 0; i < count; i += 16) {
-        const __m128i look = _mm_loadu_si128(reinterpret_cast<const __m128i*>(first + i));
-        const __m128i hit =
-            _mm_or_si128(_mm_cmpeq_epi8(look, wanted), _mm_cmpeq_epi8(look, none));
-        bits |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(hit)))
-                << i;
+    for (std::uint32_t i = 0; i < count; i += LOOK) {
+        bits |= std::uint64_t{matching_of_look(first + i, count - i, byte)} << i;
     }
-#else
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const bool hit = first[i] == byte || first[i] == 0;
-        bits |= static_cast<std::uint64_t>(hit) << i;
-    }
-#endif
-    return count >= 64 ? bits : bits & ((std::uint64_t{1} << count) - 1);
+    return bits;
 }
 
 /// A table packed from its graph, or an image that somebody checked. Owns its block.

@@ -17,15 +17,13 @@ struct PackedView;
 class KnownBeginnings;
 class LazyTransducer;
 class UpperArcs;
-class WordMap;
 
 /// The packed form of a table, and what is derived from it: its lower side made
 /// deterministic, its arcs by what they write on the upper side, and what was answered
-/// about its words and about beginnings of its upper side.
+/// about beginnings of its upper side.
 const PackedView& packed_form(const Taula& table);
 LazyTransducer& lazy_form(const Taula& table);
 UpperArcs& upper_form(const Taula& table);
-WordMap& answers_about(const Taula& table);
 KnownBeginnings& known_beginnings(const Taula& table);
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then

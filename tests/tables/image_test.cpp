@@ -333,7 +333,7 @@ void search_all(const lemara::PackedView& table) {
         lemara::LazyTransducer lazy(acyclic);
         for (int time = 0; time < 3; ++time) {
             lemara::LazyTransducer::Spelt spelt;
-            lazy.answer(word);
+            lazy.answer(word, go_on);
             lazy.spell(word, spelt, go_on);
         }
     }

@@ -109,6 +109,61 @@ TEST(LazyTransducer, IsAskedByPrefixesToo) {
     for (const long count : answers) EXPECT_GT(count, 100);
 }
 
+TEST(LazyTransducer, AnswersForWholeWordsAtOnce) {
+    // Once before any step is made, and once when those are that spelling makes.
+    long answers[4] = {0, 0, 0, 0}, asked = 0;
+    for (unsigned seed = 1; seed <= 800; ++seed) {
+        RandomTables random(seed);
+        const auto table = table_from(random.table());
+        lemara::LazyTransducer lazy(lemara::packed_form(*table));
+        std::vector<std::string> words;
+        for (const std::string& any : words_for(*table, random, 20)) {
+            words.push_back(std::string(any.c_str()).substr(0, lemara::WALK_LIMIT));
+        }
+        for (int time = 0; time < 2; ++time) {
+            for (const std::string& word : words) {
+                SCOPED_TRACE("seed " + std::to_string(seed) + ", word " + word);
+                const std::string lowered = tolowercase(word);
+                std::vector<std::string> expected;
+                lemara::PackedAnalysis walk(lemara::packed_form(*table), word, lowered);
+                walk.run(0, [&](std::string_view text) {
+                    expected.emplace_back(text);
+                    return true;
+                });
+                const auto counts = [&](std::string_view text) {
+                    ++asked;
+                    EXPECT_EQ(std::count(expected.begin(), expected.end(), text) > 0, true);
+                    EXPECT_EQ(text.data()[text.size()], '\0');
+                    return true;
+                };
+                const lemara::Answer answer = lazy.answer(word, counts);
+                ++answers[static_cast<int>(answer)];
+                if (time == 0 && !word.empty()) {
+                    EXPECT_NE(answer, lemara::Answer::ask_the_texts);
+                }
+                if (answer == lemara::Answer::no || answer == lemara::Answer::yes) {
+                    EXPECT_EQ(answer == lemara::Answer::yes, !expected.empty());
+                }
+                // None that counts: a word by a clean analysis, or none.
+                const auto never = [](std::string_view) { return false; };
+                if (lazy.answer(word, never) == lemara::Answer::yes) {
+                    EXPECT_EQ(answer, lemara::Answer::yes);
+                }
+            }
+            for (const std::string& word : words) {
+                lemara::LazyTransducer::Spelt spelt;
+                for (int again = 0; again < 3; ++again)
+                    lazy.spell(word, spelt, [](std::string_view) { return true; });
+            }
+        }
+    }
+    std::cout << "no " << answers[0] << ", yes " << answers[1] << ", ask the texts "
+              << answers[2] << ", ask the walk " << answers[3] << "; asked of " << asked
+              << " analyses\n";
+    for (const long count : answers) EXPECT_GT(count, 100);
+    EXPECT_GT(asked, 1000);
+}
+
 TEST(LazyTransducer, SpellsWhatTheWalkSpells) {
     long spelt = 0, asked = 0, reached_less = 0;
     for (unsigned seed = 1; seed <= 800; ++seed) {
