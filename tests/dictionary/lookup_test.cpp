@@ -5,7 +5,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "HiztegiPertsonala.h"
@@ -326,16 +325,12 @@ TEST(Lookup, ManyThreadsReadOneDictionary) {
     const auto dictionary = dictionary_of(folder, UR_ETXE);
     const auto network = network_from("hp", HP);
     std::vector<int> wrong(4, 0);
-    std::vector<std::thread> threads;
-    for (std::size_t t = 0; t < wrong.size(); ++t) {
-        threads.emplace_back([&, t] {
-            for (int i = 0; i < 300; ++i) {
-                if (dictionary->analizatu("etxeak", network.get()).size() != 1) ++wrong[t];
-                if (!dictionary->analizatu("zuhaitz", network.get()).empty()) ++wrong[t];
-                if (dictionary->lortuAdoin("hartu") != "har") ++wrong[t];
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+    lemara::test::in_threads(4, [&](unsigned t) {
+        for (int i = 0; i < 300; ++i) {
+            if (dictionary->analizatu("etxeak", network.get()).size() != 1) ++wrong[t];
+            if (!dictionary->analizatu("zuhaitz", network.get()).empty()) ++wrong[t];
+            if (dictionary->lortuAdoin("hartu") != "har") ++wrong[t];
+        }
+    });
     EXPECT_EQ(wrong, std::vector<int>(4, 0));
 }

@@ -1,6 +1,5 @@
 // Any number of threads may ask one engine at once. Run this under -fsanitize=thread too.
 #include <atomic>
-#include <thread>
 
 #include "Lemara.h"
 #include "small_engine.h"
@@ -67,18 +66,11 @@ TEST(LemaraThreads, FourThreadsGetTheAnswersOfOne) {
     ASSERT_NE(alone.find("<hobe>Lagun</hobe>"), std::string::npos);
 
     std::atomic<int> equal{0};
-    std::atomic<bool> go{false};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&] {
-            while (!go) std::this_thread::yield();
-            for (int round = 0; round < 8; ++round) {
-                if (ask_everything(engine) == alone) ++equal;
-            }
-        });
-    }
-    go = true;
-    for (std::thread& thread : threads) thread.join();
+    lemara::test::in_threads(4, [&](unsigned) {
+        for (int round = 0; round < 8; ++round) {
+            if (ask_everything(engine) == alone) ++equal;
+        }
+    });
     EXPECT_EQ(equal, 32);
     EXPECT_EQ(engine.sareak.size(), 3u);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -21,11 +22,18 @@
 namespace lemara::test {
 
 /// Does `work(0)`, `work(1)` ... at the same time, each in a thread, and waits for all.
+/// None begins before all are there.
 template <class Work>
 void in_threads(unsigned count, Work work) {
+    std::atomic<unsigned> missing{count};
     std::vector<std::thread> threads;
-    for (unsigned number = 0; number < count; ++number)
-        threads.emplace_back([&work, number] { work(number); });
+    for (unsigned number = 0; number < count; ++number) {
+        threads.emplace_back([&work, &missing, number] {
+            --missing;
+            while (missing > 0) std::this_thread::yield();
+            work(number);
+        });
+    }
     for (std::thread& thread : threads) thread.join();
 }
 

@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "Taula.h"
@@ -319,15 +318,11 @@ TEST(Analysis, ManyThreadsReadOneTable) {
     const Taula table(data_file("etxe.sare"));
     const Strings expected = {"etxe<IZE><ARR><ABS>"};
     std::vector<int> wrong(4, 0);
-    std::vector<std::thread> threads;
-    for (std::size_t t = 0; t < wrong.size(); ++t) {
-        threads.emplace_back([&, t] {
-            for (int i = 0; i < 500; ++i) {
-                if (analyses_of(table.analizatuTokena("etxea")) != expected) ++wrong[t];
-                if (table.sortuFormak("etxe", "", false, false).size() != 3) ++wrong[t];
-            }
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+    lemara::test::in_threads(4, [&](unsigned t) {
+        for (int i = 0; i < 500; ++i) {
+            if (analyses_of(table.analizatuTokena("etxea")) != expected) ++wrong[t];
+            if (table.sortuFormak("etxe", "", false, false).size() != 3) ++wrong[t];
+        }
+    });
     EXPECT_EQ(wrong, std::vector<int>(4, 0));
 }

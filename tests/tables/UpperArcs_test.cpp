@@ -8,7 +8,6 @@
 #include <iostream>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "support.h"
@@ -161,27 +160,20 @@ TEST(UpperArcsThreads, FourThreadsMakeOneForm) {
     const PackedView& view = lemara::packed_form(*table);
     const Places places = places_of(view);
     UpperArcs kept(view);
-    std::atomic<bool> go{false};
     std::atomic<long> wrong{0}, answered{0};
-    std::vector<std::thread> threads;
-    for (std::size_t t = 0; t < 4; ++t) {
-        threads.emplace_back([&, t] {
-            while (!go) std::this_thread::yield();
-            for (std::size_t i = 0; i < 8000; ++i) {
-                const StateRef ref = places[i * (t + 1) % places.size()];
-                const auto byte = static_cast<std::uint8_t>(i / 3 * (t + 1) % 256);
-                const PackedState state = view.state(ref);
-                const auto [begin, end] = kept.find(ref, state, byte);
-                if (begin == state.arcs) continue;
-                const std::vector<PackedArc> expected = by_looking(view, state, byte);
-                ++answered;
-                if (!std::equal(begin, end, expected.begin(), expected.end(), is_same))
-                    ++wrong;
-            }
-        });
-    }
-    go = true;
-    for (std::thread& thread : threads) thread.join();
+    lemara::test::in_threads(4, [&](unsigned t) {
+        for (std::size_t i = 0; i < 8000; ++i) {
+            const StateRef ref = places[i * (t + 1) % places.size()];
+            const auto byte = static_cast<std::uint8_t>(i / 3 * (t + 1) % 256);
+            const PackedState state = view.state(ref);
+            const auto [begin, end] = kept.find(ref, state, byte);
+            if (begin == state.arcs) continue;
+            const std::vector<PackedArc> expected = by_looking(view, state, byte);
+            ++answered;
+            if (!std::equal(begin, end, expected.begin(), expected.end(), is_same))
+                ++wrong;
+        }
+    });
     EXPECT_EQ(wrong, 0);
     EXPECT_GT(answered, 0);
 }

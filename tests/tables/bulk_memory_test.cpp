@@ -8,7 +8,6 @@
 #include <new>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "Egoera.h"
@@ -100,11 +99,7 @@ TEST(BulkMemoryThreads, ManyMayEndObjectsOfOneBlock) {
     for (int i = 0; i < 8000; ++i) {
         shares[static_cast<std::size_t>(i % 4)].push_back(bulk.make(i, "a", numbered(3)));
     }
-    std::vector<std::thread> threads;
-    for (const auto& share : shares) {
-        threads.emplace_back([&share] {
-            for (Zubia* arc : share) delete arc;
-        });
-    }
-    for (std::thread& thread : threads) thread.join();
+    lemara::test::in_threads(4, [&](unsigned number) {
+        for (Zubia* arc : shares[number]) delete arc;
+    });
 }

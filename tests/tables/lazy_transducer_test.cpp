@@ -9,7 +9,6 @@
 #include <memory>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "lemara/compiled_table.h"
@@ -326,24 +325,16 @@ TEST(LazyTransducerThreads, FourThreadsMakeOneForm) {
         const Taula compiled(folder.write("t.sare", lemara::compile_table(*alone)));
         const auto fresh = table_from(text);
         std::atomic<int> wrong{0};
-        std::atomic<bool> go{false};
-        std::vector<std::thread> threads;
-        for (std::size_t t = 0; t < 4; ++t) {
-            threads.emplace_back([&, t] {
-                while (!go) std::this_thread::yield();
-                for (std::size_t i = 0; i < words.size(); ++i) {
-                    const std::size_t at = (i * (t + 1)) % words.size();
-                    for (const Taula* table :
-                         {static_cast<const Taula*>(fresh.get()), &compiled}) {
-                        if (lemara::has_word(*table, words[at]) != known[at]) ++wrong;
-                        if (table->analizatuTokena(words[at]).empty() && known[at])
-                            ++wrong;
-                    }
+        lemara::test::in_threads(4, [&](unsigned t) {
+            for (std::size_t i = 0; i < words.size(); ++i) {
+                const std::size_t at = (i * (t + 1)) % words.size();
+                for (const Taula* table :
+                     {static_cast<const Taula*>(fresh.get()), &compiled}) {
+                    if (lemara::has_word(*table, words[at]) != known[at]) ++wrong;
+                    if (table->analizatuTokena(words[at]).empty() && known[at]) ++wrong;
                 }
-            });
-        }
-        go = true;
-        for (std::thread& thread : threads) thread.join();
+            }
+        });
         EXPECT_EQ(wrong, 0) << "seed " << seed;
     }
 }
