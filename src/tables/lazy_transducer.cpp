@@ -273,7 +273,7 @@ private:
             if (depth-- <= 1) break;
         }
         const std::string_view analysis(begin, static_cast<std::size_t>(end - begin));
-        done_ = is_kept_by_filters(word_, analysis) && counts_(analysis);
+        if (is_kept_by_filters(word_, analysis) && counts_(analysis)) done_ = true;
     }
 
     const PackedView& table_;
