@@ -162,6 +162,9 @@ std::optional<Analisia> first_analysis(const Taula& table, const std::string& to
 
 bool has_word(const Taula& table, const std::string& token) {
     constexpr std::uint64_t NO = 1, YES = 2;
+    // The memory takes a word for the same with NULs behind it, the filter of better
+    // forms does not.
+    if (!token.empty() && token.back() == '\0') return finds_word(table, token);
     WordMap& answers = TableInside::forms_of(table).answers;
     const WordMap::Word word(token);
     const std::uint64_t known = answers.find(word);

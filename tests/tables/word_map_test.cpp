@@ -105,6 +105,24 @@ TEST(WordMap, FollowsTheTable) {
     EXPECT_TRUE(lemara::has_word(table, "ab"));
 }
 
+TEST(WordMap, ANulBehindAWordIsNotForgotten) {
+    // The better form is the word itself, but not the word and a NUL.
+    const std::string text =
+        "0\ta\t1\n1\tb\t2\n2\tc:<>\t3\n3\t[h=ab]:<>\t4\nfinal: 4\n";
+    const std::string word = "ab", with_nul("ab\0", 3);
+    for (const bool nul_first : {false, true}) {
+        Taula table;
+        table.kargatu_taula(text.c_str(), 5);
+        for (int time = 0; time < 2; ++time) {
+            if (nul_first) {
+                EXPECT_TRUE(lemara::has_word(table, with_nul));
+            }
+            EXPECT_FALSE(lemara::has_word(table, word));
+            EXPECT_TRUE(lemara::has_word(table, with_nul));
+        }
+    }
+}
+
 TEST(WordMapThreads, ReadsWhileAnotherWrites) {
     WordMap map(SLOTS);
     std::atomic<int> wrong{0};
