@@ -5,23 +5,6 @@
 #include "Egoera.h"
 
 namespace lemara {
-namespace {
-
-/// Tells two graphs apart as far as operations can change them: by their states and arcs.
-std::uint64_t fingerprint(const std::vector<Egoera*>& graph) {
-    std::uint64_t hash = 14695981039346656037u;
-    const auto add = [&](std::uint64_t value) { hash = (hash ^ value) * 1099511628211u; };
-    add(graph.size());
-    for (const Egoera* state : graph) {
-        add(reinterpret_cast<std::uintptr_t>(state));
-        if (state == nullptr) continue;
-        add(state->zubiak.size());
-        for (const Zubia* arc : state->zubiak) add(reinterpret_cast<std::uintptr_t>(arc));
-    }
-    return hash;
-}
-
-}  // namespace
 
 std::atomic<std::uint64_t> graph_changes{1};
 
@@ -34,7 +17,6 @@ Forms::Forms(const std::vector<Egoera*>& graph)
 
 Forms::Forms(std::unique_ptr<PackedTable> packed, const std::vector<Egoera*>& graph)
     : state_count(graph.size()),
-      mark(fingerprint(graph)),
       folded(graph.empty()),
       table(std::move(packed)),
       view(table->view()),
@@ -43,7 +25,6 @@ Forms::Forms(std::unique_ptr<PackedTable> packed, const std::vector<Egoera*>& gr
 
 Forms::Forms(std::unique_ptr<Image> mapped)
     : state_count(0),
-      mark(fingerprint({})),
       folded(true),
       image(std::move(mapped)),
       view(image->view()),
@@ -58,8 +39,9 @@ Forms& TableForms::look_again(const std::vector<Egoera*>& graph) {
     const std::uint64_t change = graph_changes.load(std::memory_order_relaxed);
     // A graph that has changed has one thread alone at it, so nobody else holds the old
     // form.
-    if (!owner_ || owner_->state_count != graph.size() ||
-        owner_->mark != fingerprint(graph)) {
+    const bool same = owner_ && owner_->state_count == graph.size() &&
+                      (owner_->folded || is_packed_from(owner_->view, graph));
+    if (!same) {
         owner_ = std::make_unique<Forms>(graph);
         current_.store(owner_.get(), std::memory_order_release);
     }

@@ -39,7 +39,6 @@ struct Forms {
     explicit Forms(std::unique_ptr<Image> mapped);
 
     std::size_t state_count;
-    std::uint64_t mark;                  // of the graph
     bool folded;                         // it stands for a graph that isn't there
     std::unique_ptr<PackedTable> table;  // one of the two
     std::unique_ptr<Image> image;

@@ -17,20 +17,22 @@ namespace lemara {
 namespace {
 
 /// Arcs, labels and symbols of a table while it is being packed.
+/// True for an arc to a state that is not there.
+bool leads_nowhere(const std::vector<Egoera*>& states, const Zubia& arc) {
+    if (arc.hurrengo_egoera < 0) return false;
+    const auto target = static_cast<std::size_t>(arc.hurrengo_egoera);
+    return target >= states.size() || states[target] == nullptr;
+}
+
 class Packer {
 public:
     explicit Packer(const std::vector<Egoera*>& states) : state_count_(states.size()) {
-        const auto leads_nowhere = [&](const Zubia& arc) {
-            return arc.hurrengo_egoera >= 0 &&
-                   (!exists(arc.hurrengo_egoera) ||
-                    states[static_cast<std::size_t>(arc.hurrengo_egoera)] == nullptr);
-        };
         begin_.reserve(state_count_ + 1);
         for (const Egoera* state : states) {
             begin_.push_back(static_cast<std::uint32_t>(target_.size()));
             if (state == nullptr) continue;
             for (const Zubia* arc : state->zubiak) {
-                if (arc == nullptr || leads_nowhere(*arc)) continue;
+                if (arc == nullptr || leads_nowhere(states, *arc)) continue;
                 add(arc->hurrengo_egoera,
                     label_for(arc->goiko_ikurra, arc->beheko_ikurra));
             }
@@ -407,6 +409,37 @@ void PackedTable::take(const Packer& packer) {
     char* block = reinterpret_cast<char*>(block_.data());
     packer.write(block);
     view_ = layout.view(block);
+}
+
+bool is_packed_from(const PackedView& view, const std::vector<Egoera*>& states) {
+    if (view.state_count != states.size()) return false;
+    std::vector<StateRef> places;
+    places.reserve(states.size());
+    StateRef place = 0;
+    for (std::size_t i = 0; i < states.size(); ++i, place = view.behind(place))
+        places.push_back(place);
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        const PackedState packed = view.state(places[i]);
+        std::uint32_t count = 0;
+        if (states[i] != nullptr) {
+            for (const Zubia* arc : states[i]->zubiak) {
+                if (arc == nullptr || leads_nowhere(states, *arc)) continue;
+                if (count == packed.count) return false;
+                const PackedArc& twin = packed.arcs[count++];
+                const std::uint32_t label = view.label_of(twin);
+                const StateRef target =
+                    arc->hurrengo_egoera < 0
+                        ? arc->hurrengo_egoera
+                        : places[static_cast<std::size_t>(arc->hurrengo_egoera)];
+                if (twin.target != target || view.upper(label) != arc->goiko_ikurra ||
+                    view.lower(label) != arc->beheko_ikurra) {
+                    return false;
+                }
+            }
+        }
+        if (count != packed.count) return false;
+    }
+    return true;
 }
 
 }  // namespace lemara

@@ -249,6 +249,10 @@ private:
     PackedView view_;
 };
 
+/// True if a graph is what `view`, a packed table, stands for. Cost: linear in the arcs,
+/// which are compared one by one: what was changed, and to what, nothing else tells.
+bool is_packed_from(const PackedView& view, const std::vector<Egoera*>& states);
+
 /// Sizes of the arrays, and where they stand in a block.
 struct PackedLayout {
     std::uint32_t state_count = 0, arc_count = 0, label_count = 0, pool_size = 0;

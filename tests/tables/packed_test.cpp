@@ -572,6 +572,33 @@ const Change CHANGES[] = {
          t.egoerak[2]->deleteZubiak();
      },
      "ur", false},
+    {"an arc where one was freed",
+     [](Taula& t) {
+         t.addEgoera(new Egoera);
+         t.addZubiaTaulan(0, false, new Zubia(4, "z", "z"));
+         t.egoerak[4]->addZubia(new Zubia(-1, "a", "a"));
+         t.analizatuTokena("za");
+         t.egoerak[4]->deleteZubiak();
+         t.egoerak[4]->zubiak.clear();
+         t.egoerak[4]->addZubia(new Zubia(-1, "b", "b"));
+     },
+     "zb", true},
+    {"a symbol changed by hand, in front of an operation",
+     [](Taula& t) {
+         t.addEgoera(new Egoera);
+         t.analizatuTokena("hr");
+         t.egoerak[0]->zubiak[0]->beheko_ikurra = "h";
+         t.addEgoera(new Egoera);
+     },
+     "hr", true},
+    {"a target changed by hand, in front of an operation",
+     [](Taula& t) {
+         t.addEgoera(new Egoera);
+         t.analizatuTokena("u");
+         t.egoerak[0]->zubiak[0]->hurrengo_egoera = 2;
+         t.addEgoera(new Egoera);
+     },
+     "u", true},
     {"deleteEgoerak", [](Taula& t) { t.deleteEgoerak(); }, "ur", false},
     {"deleteEgoerak, then new states",
      [](Taula& t) {
