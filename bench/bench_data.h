@@ -1,10 +1,17 @@
 // What the benchmarks ask about: an engine over the built lexicon, and fixed words.
 #pragma once
 
+#include <stdlib.h>
+#include <unistd.h>
+
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "Lemara.h"
@@ -50,6 +57,33 @@ inline const Strings WRONG = {
     "diqut",  "libuyruak", "ikwsleek",  "hqndia",   "gorriqk",    "zuriwkin", "ety",
     "erw",    "baiwa",     "Doqostia",  "Bilwon",   "ewin",       "egiwen",   "ikuwi",
     "jowngo", "etowriko",  "hizkwntza", "euskwra",  "urtwan",     "lawunak",  "gizwnak",
+};
+
+/// The file of a personal dictionary of so many words, gone with the object.
+class DictionaryFile {
+public:
+    explicit DictionaryFile(long words) {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "lemara-bench-XXXXXX").string();
+        const int file = mkstemp(pattern.data());
+        if (file < 0) throw std::runtime_error("no temporary file");
+        close(file);
+        path = pattern;
+        std::ofstream out(path);
+        for (long i = 0; i < words; ++i) {
+            out << 'h';
+            for (long n = i; n > 0; n /= 20) out << static_cast<char>('a' + n % 20);
+            out << "o\t<ARR>\n";
+        }
+    }
+    ~DictionaryFile() {
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
+    }
+    DictionaryFile(const DictionaryFile&) = delete;
+    DictionaryFile& operator=(const DictionaryFile&) = delete;
+
+    std::string path;
 };
 
 inline const Strings LEMMAS = {"etxe", "mendi", "zuhaitz", "liburu", "gizon", "lagun"};

@@ -134,13 +134,9 @@ const std::pair<const char*, Job> JOBS[] = {
      }},
     {"dictionary",
      [](const std::string& configuration) {
-         return counted(configuration, [](const Lemara& engine, const Taula&) {
-             HiztegiPertsonala dictionary;
-             for (int i = 0; i < 3000; ++i) {
-                 dictionary.gehitu_sarrera(false, "h" + std::to_string(i) + "o", "<ARR>",
-                                           "", "", "");
-             }
-             dictionary.gutxieneko_luzera = 3;
+         const lemara::bench::DictionaryFile file(3000);
+         return counted(configuration, [&](const Lemara& engine, const Taula&) {
+             const HiztegiPertsonala dictionary(file.path);
              return over(RIGHT, [&](const std::string& w) {
                  return dictionary.analizatu(w, engine.sareak.at("hp")).size();
              });

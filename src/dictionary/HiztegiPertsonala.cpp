@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "analysis/text_pieces.h"
-#include "dictionary/DictionaryIndex.h"
 #include "iragazkiak.h"
 #include "karaktereak.h"
 
@@ -25,10 +24,7 @@ int case_class(const std::string& lowered_start, const std::string& word) {
 
 }  // namespace
 
-HiztegiPertsonala::HiztegiPertsonala()
-    : gutxieneko_luzera(0),
-      gehienezko_hitzak(0),
-      aurkibidea(std::make_unique<lemara::DictionaryIndex>()) {}
+HiztegiPertsonala::HiztegiPertsonala() : gutxieneko_luzera(0), gehienezko_hitzak(0) {}
 
 // An exception out of this body comes after the default constructor is done, so the
 // destructor runs and frees what was loaded.

@@ -10,7 +10,7 @@
 
 #include "HiztegiPertsonala.h"
 #include "analysis/text_pieces.h"
-#include "dictionary/DictionaryIndex.h"
+#include "dictionary/records.h"
 #include "karaktereak.h"
 
 namespace {
@@ -119,7 +119,16 @@ void HiztegiPertsonala::gehitu_sarrera(bool fitxategian, const std::string& sarr
                                        const std::string& hobe,
                                        const std::string& erabili,
                                        const std::string& sai) {
-    if (!aurkibidea->find(sarrerak, sarrera, kategoria).empty()) return;
+    for (const HPsarrera* record : sarrerak) {
+        if (lemara::is_record_of(record, sarrera, kategoria)) return;
+    }
+    gehitu_berria(fitxategian, sarrera, kategoria, hobe, erabili, sai);
+}
+
+void HiztegiPertsonala::gehitu_berria(bool fitxategian, const std::string& sarrera,
+                                      const std::string& kategoria,
+                                      const std::string& hobe, const std::string& erabili,
+                                      const std::string& sai) {
     if (fitxategian) {
         std::ofstream file(fitxategia, std::ios::binary | std::ios::app);
         file << '\n' << file_line(sarrera, kategoria, hobe, erabili);
@@ -127,15 +136,13 @@ void HiztegiPertsonala::gehitu_sarrera(bool fitxategian, const std::string& sarr
     auto record =
         std::make_unique<HPsarrera>(sarrera, kategoria, "", hobe, erabili, "HP", "");
     sarrerak.push_back(record.get());
-    aurkibidea->add(record.release());
+    record.release();
 
     const std::string lemma = is_name_class(kategoria) ? sarrera : tolowercase(sarrera);
     for (const Paradigm& row : paradigms_of(*this, sarrera, kategoria)) {
         auto entry = std::make_unique<HPsarrera>(lemma, row.tags, row.stem, hobe, erabili,
                                                  sai, row.name);
         // A stem that is taken stays with the word that had it first.
-        const std::string key = tolowercase(row.stem);
-        if (!erroak.emplace(key, entry.get()).second) continue;
-        aurkibidea->add_root(key, entry.release());
+        if (erroak.emplace(tolowercase(row.stem), entry.get()).second) entry.release();
     }
 }

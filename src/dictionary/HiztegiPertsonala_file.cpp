@@ -2,6 +2,7 @@
 // Tests: tests/dictionary/file_test.cpp.
 #include <algorithm>
 #include <fstream>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -10,7 +11,7 @@
 
 #include "HiztegiPertsonala.h"
 #include "analysis/text_pieces.h"
-#include "dictionary/DictionaryIndex.h"
+#include "dictionary/records.h"
 
 namespace {
 
@@ -56,13 +57,21 @@ int words_in(const std::string& text) {
 void HiztegiPertsonala::kargatu_fitxategia() {
     gutxieneko_luzera = NO_WORD_YET;
     std::ifstream file(fitxategia, std::ios::binary);
+    // What gehitu_sarrera would scan for, line by line. Nobody changes the records by
+    // hand meanwhile.
+    std::set<std::pair<std::string, std::string>> known;
+    for (const HPsarrera* record : sarrerak) {
+        if (record != nullptr) known.emplace(record->lema, record->kategoria);
+    }
     std::string text;
     while (std::getline(file, text)) {
         if (text.size() < 2 || lemara::starts_with(text, "//")) continue;
         const Line line = cut_line(text);
         if (line.word.size() < SHORTEST_WORD || line.tag.empty()) continue;
-        gehitu_sarrera(false, line.word, line.tag, line.better, line.instead,
-                       line.source);
+        if (known.emplace(line.word, line.tag).second) {
+            gehitu_berria(false, line.word, line.tag, line.better, line.instead,
+                          line.source);
+        }
         gehienezko_hitzak = std::max(gehienezko_hitzak, words_in(line.word));
         gutxieneko_luzera =
             std::min(gutxieneko_luzera, static_cast<int>(line.word.size()));
@@ -71,25 +80,27 @@ void HiztegiPertsonala::kargatu_fitxategia() {
 
 void HiztegiPertsonala::kendu_sarrera(bool fitxategian, const std::string& sarrera,
                                       const std::string& kategoria) {
-    for (HPsarrera* record : aurkibidea->find(sarrerak, sarrera, kategoria)) {
-        const auto place = std::find(sarrerak.begin(), sarrerak.end(), record);
-        if (place == sarrerak.end()) continue;  // a host took it out of the container
-        sarrerak.erase(place);
-        kenduak.emplace_back(record);
-    }
-    aurkibidea->remove(sarrera, kategoria);
+    const auto gone = std::stable_partition(
+        sarrerak.begin(), sarrerak.end(), [&](const HPsarrera* record) {
+            return !lemara::is_record_of(record, sarrera, kategoria);
+        });
+    std::size_t place = kenduak.size();
+    kenduak.resize(place + static_cast<std::size_t>(sarrerak.end() - gone));
+    for (auto record = gone; record != sarrerak.end(); ++record)
+        kenduak[place++].reset(*record);
+    sarrerak.erase(gone, sarrerak.end());
 
     // Kept on purpose: paradigm entries of common words have their lemma in small
     // letters, so a word that was added with a capital keeps them until the next load.
-    for (const std::string& key : aurkibidea->roots_of(erroak, sarrera)) {
-        const auto root = erroak.find(key);
-        if (root == erroak.end() ||
-            !lemara::contains(root->second->kategoria, kategoria)) {
-            continue;
+    for (auto root = erroak.begin(); root != erroak.end();) {
+        HPsarrera* const entry = root->second;
+        if (entry != nullptr && entry->lema == sarrera &&
+            lemara::contains(entry->kategoria, kategoria)) {
+            kenduak.emplace_back(entry);
+            root = erroak.erase(root);
+        } else {
+            ++root;
         }
-        kenduak.emplace_back(root->second);
-        erroak.erase(root);
-        aurkibidea->remove_root(key, sarrera);
     }
 
     if (!fitxategian) return;
