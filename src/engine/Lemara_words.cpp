@@ -61,6 +61,17 @@ std::vector<Analisia> Lemara::analizatuTokena(const std::string& tokena) const {
     return analyses;
 }
 
+bool Lemara::is_in_networks(const std::string& word) const {
+    for (const auto& entry : sareak) {
+        const Sarea* network = entry.second;
+        if (network == nullptr || network->taula == nullptr) continue;
+        if (std::string_view(network->taula->hiztegia) == PARADIGM_NETWORK) continue;
+        // A good analysis with "MAT" in its tags makes no word valid for the speller.
+        if (lemara::has_word(*network->taula, word)) return true;
+    }
+    return false;
+}
+
 bool Lemara::isValid(const std::string& hitza, bool sakon) const {
     if (lemara::has_gap(hitza)) return is_valid_text(hitza);
     if (hiztegiPertsonala != nullptr && is_in_dictionary(hitza)) return true;
@@ -84,17 +95,6 @@ bool Lemara::is_in_dictionary(const std::string& word) const {
     return !hiztegiPertsonala
                 ->analizatu(word, find_network(std::string(PARADIGM_NETWORK)))
                 .empty();
-}
-
-bool Lemara::is_in_networks(const std::string& word) const {
-    for (const auto& entry : sareak) {
-        const Sarea* network = entry.second;
-        if (network == nullptr || network->taula == nullptr) continue;
-        if (std::string_view(network->taula->hiztegia) == PARADIGM_NETWORK) continue;
-        // A good analysis with "MAT" in its tags makes no word valid for the speller.
-        if (lemara::has_word(*network->taula, word)) return true;
-    }
-    return false;
 }
 
 bool Lemara::begins_entry(const std::string& word) const {

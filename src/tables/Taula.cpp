@@ -19,26 +19,6 @@ bool is_index(int state, const std::vector<Egoera*>& states) {
     return state >= 0 && static_cast<std::size_t>(state) < states.size();
 }
 
-}  // namespace
-
-const lemara::PackedView& lemara::packed_form(const Taula& table) {
-    return TableInside::forms_of(table).view;
-}
-
-lemara::LazyTransducer& lemara::lazy_form(const Taula& table) {
-    return TableInside::forms_of(table).lazy;
-}
-
-lemara::KnownBeginnings& lemara::known_beginnings(const Taula& table) {
-    return TableInside::forms_of(table).beginnings;
-}
-
-lemara::UpperArcs& lemara::upper_form(const Taula& table) {
-    return TableInside::forms_of(table).upper;
-}
-
-namespace {
-
 /// A state as it was in the graph that a table was packed from.
 std::unique_ptr<Egoera> unfolded(const lemara::PackedView& view,
                                  const std::vector<lemara::StateRef>& places,

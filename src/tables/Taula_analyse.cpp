@@ -105,26 +105,6 @@ private:
     const std::string& token_;
 };
 
-/// has_word without its memory. Apart from it, so that what is known costs no more than a
-/// look.
-[[gnu::noinline]] bool finds_word(const Taula& table, const std::string& token) {
-    WordFinder finder(token);
-    const auto counts = [&finder](std::string_view text) { return !finder(text); };
-    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT), counts)) {
-        case Answer::no:
-            return false;
-        case Answer::yes:
-            return true;
-        case Answer::ask_the_walk:
-            return walk_finds_word(table, token);
-        case Answer::ask_the_texts:
-            break;
-    }
-    LazyTransducer::Spelt spelt;
-    analyse(table, token, spelt, std::ref(finder));
-    return finder.found;
-}
-
 }  // namespace
 
 TokenAnalyses analyse_token(const Taula& table, const std::string& token) {
@@ -160,18 +140,22 @@ std::optional<Analisia> first_analysis(const Taula& table, const std::string& to
     return first;
 }
 
-bool has_word(const Taula& table, const std::string& token) {
-    constexpr std::uint64_t NO = 1, YES = 2;
-    // The memory takes a word for the same with NULs behind it, the filter of better
-    // forms does not.
-    if (!token.empty() && token.back() == '\0') return finds_word(table, token);
-    WordMap& answers = TableInside::forms_of(table).answers;
-    const WordMap::Word word(token);
-    const std::uint64_t known = answers.find(word);
-    if (known != WordMap::NOTHING) return known == YES;
-    const bool found = finds_word(table, token);
-    answers.put(word, found ? YES : NO);
-    return found;
+bool finds_word(const Taula& table, const std::string& token) {
+    WordFinder finder(token);
+    const auto counts = [&finder](std::string_view text) { return !finder(text); };
+    switch (lazy_form(table).answer(up_to_nul(token).substr(0, WALK_LIMIT), counts)) {
+        case Answer::no:
+            return false;
+        case Answer::yes:
+            return true;
+        case Answer::ask_the_walk:
+            return walk_finds_word(table, token);
+        case Answer::ask_the_texts:
+            break;
+    }
+    LazyTransducer::Spelt spelt;
+    analyse(table, token, spelt, std::ref(finder));
+    return finder.found;
 }
 
 bool walk_finds_word(const Taula& table, const std::string& token) {

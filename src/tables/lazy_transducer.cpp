@@ -110,8 +110,9 @@ public:
           unclean_(begins_small(word) ? std::uint32_t{CAPITAL | NAME} : 0u),
           size_of_rest_(word.size() - from) {
         for (std::size_t i = 0; i < size_of_rest_; ++i) {
-            rest_[i] = lowered(static_cast<std::uint8_t>(word[from + i]));
-            wanted_[i] = table_.bit_of(rest_[i]);
+            const auto byte = static_cast<std::uint8_t>(word[from + i]);
+            rest_[i] = lowered(byte);
+            wanted_[i] = owner.typed_bit_[byte];
         }
         rest_[size_of_rest_] = 0;
         wanted_[size_of_rest_] = PackedView::END_BIT;
@@ -182,8 +183,13 @@ private:
                         behind += state.first[i] != 0 ? 1 : 0;
                     }
                     if ((arc.follows & wanted_[behind]) == 0) continue;
-                    const std::uint32_t now = with_label(traits, label_traits[label]);
-                    if ((now & hopeless) != 0) continue;
+                    const std::uint32_t written = label_traits[label];
+                    std::uint32_t now = traits;
+                    // Most labels are letters behind others, and tell nothing new.
+                    if ((written | (traits & NOTHING_WRITTEN)) != 0) {
+                        now = with_label(traits, written);
+                        if ((now & hopeless) != 0) continue;
+                    }
                     if (arc.target < 0) {
                         end(behind, now, depth, label);
                         continue;
@@ -469,6 +475,8 @@ void LazyTransducer::prepare() {
                 1 << (FOLLOWS_AT + table_.byte_class[byte] % FOLLOW_CLASSES);
         }
     }
+    for (std::size_t byte = 0; byte < 256; ++byte)
+        typed_bit_[byte] = table_.bit_of(lowered(static_cast<std::uint8_t>(byte)));
     step_ = std::make_unique<Builder>(*this);
     ends_of_step_ = std::make_unique<Builder>(*this);
     parts_.resize(MOST_NODES / NODES_OF_CHUNK);

@@ -378,7 +378,8 @@ private:
     const PackedView& table_;
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
-    Node follow_bit_[256] = {};  // of bytes that the table reads at all
+    std::uint16_t typed_bit_[256] = {};  // the mask bit of a byte as typed
+    Node follow_bit_[256] = {};          // of bytes that the table reads at all
     // By node, in chunks; never grows.
     std::vector<std::unique_ptr<NodeParts[]>> parts_;
     // Steps that were asked for in vain, by hash: some bits of the hash, and how often.

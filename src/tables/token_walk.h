@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -10,21 +11,25 @@
 
 #include "Analisia.h"
 #include "Taula.h"
+#include "tables/inside.h"
 
 namespace lemara {
-
-struct PackedView;
-class KnownBeginnings;
-class LazyTransducer;
-class UpperArcs;
 
 /// The packed form of a table, and what is derived from it: its lower side made
 /// deterministic, its arcs by what they write on the upper side, and what was answered
 /// about beginnings of its upper side.
-const PackedView& packed_form(const Taula& table);
-LazyTransducer& lazy_form(const Taula& table);
-UpperArcs& upper_form(const Taula& table);
-KnownBeginnings& known_beginnings(const Taula& table);
+inline const PackedView& packed_form(const Taula& table) {
+    return TableInside::forms_of(table).view;
+}
+inline LazyTransducer& lazy_form(const Taula& table) {
+    return TableInside::forms_of(table).lazy;
+}
+inline UpperArcs& upper_form(const Taula& table) {
+    return TableInside::forms_of(table).upper;
+}
+inline KnownBeginnings& known_beginnings(const Taula& table) {
+    return TableInside::forms_of(table).beginnings;
+}
 
 /// The graph of a table: its own, or one unfolded from its image, which the object then
 /// owns.
@@ -67,8 +72,24 @@ void for_each_form(const Taula& table, std::string_view target, bool stop_at_tag
                    const std::function<bool(Analisia&&)>& take);
 
 /// True if the token has an analysis with no "MAT" in its `etiketa`. Builds no records,
-/// remembers answers, and walks only if the lazy form can't tell.
-bool has_word(const Taula& table, const std::string& token);
+/// and walks only if the lazy form can't tell.
+bool finds_word(const Taula& table, const std::string& token);
+
+/// The same, and remembers answers. Here, since a text asks it of every word, and what
+/// was answered before is found sooner than a call is made.
+inline bool has_word(const Taula& table, const std::string& token) {
+    constexpr std::uint64_t NO = 1, YES = 2;
+    // The memory takes a word for the same with NULs behind it, the filter of better
+    // forms does not.
+    if (!token.empty() && token.back() == '\0') return finds_word(table, token);
+    WordMap& answers = TableInside::forms_of(table).answers;
+    const WordMap::Word word(token);
+    const std::uint64_t known = answers.find(word);
+    if (known != WordMap::NOTHING) return known == YES;
+    const bool found = finds_word(table, token);
+    answers.put(word, found ? YES : NO);
+    return found;
+}
 
 /// The same by a walk alone.
 bool walk_finds_word(const Taula& table, const std::string& token);
