@@ -661,6 +661,7 @@ void LazyTransducer::set(Node node, std::uint8_t byte, Step step) {
     const std::uint32_t key = key_of(node, byte);
     const Slots::Found found = slots.find(key);
     if (found.next == UNKNOWN) ++slots_used_;
+    has_steps_.store(true, std::memory_order_relaxed);
     Slots::Slot& slot = slots.slots[found.slot];
     slot.ways.store(step.ways, std::memory_order_relaxed);
     slot.head.store(std::uint64_t{key} << 32 | next, std::memory_order_release);

@@ -22,7 +22,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -94,15 +93,35 @@ public:
         return (node & ENDS_ODD) != 0 ? Answer::ask_the_texts : Answer::no;
     }
 
-    /// True if an analysis that the filters keep makes the word one.
-    using Counts = std::function<bool(std::string_view analysis)>;
+    /// Answers true if an analysis that the filters keep makes the word one. Refers to a
+    /// function that lives longer: a std::function would cost more than most words need.
+    class Counts {
+    public:
+        template <class Function>
+        Counts(const Function& function)
+            : function_(&function), call_([](const void* f, std::string_view analysis) {
+                  return (*static_cast<const Function*>(f))(analysis);
+              }) {}
+        bool operator()(std::string_view analysis) const {
+            return call_(function_, analysis);
+        }
+
+    private:
+        const void* function_;
+        bool (*call_)(const void*, std::string_view);
+    };
 
     /// The same for a whole word as typed, in which no NUL is. Makes nothing: an answer
     /// is remembered, and to search for it costs no more than the steps that other words
     /// might use. `counts` is asked of analyses of which a node doesn't know enough.
     Answer answer(std::string_view word, const Counts& counts) {
         Stop stop{start(), 0};
-        const Node last = read(stop, word, Asked::NEVER, nullptr);
+        // Who asks for yes or no alone makes no steps, and none need be looked for.
+        Node last = TOO_MANY;
+        if (has_steps_.load(std::memory_order_relaxed) || word.empty() ||
+            stop.node <= DEAD) {
+            last = read(stop, word, Asked::NEVER, nullptr);
+        }
         return last < 0 && stop.node > DEAD ? finish(stop, word, counts)
                                             : answer(last, begins_small(word));
     }
@@ -378,8 +397,9 @@ private:
     const PackedView& table_;
     std::atomic<Node> start_{UNKNOWN};
     std::atomic<const Slots*> slots_{nullptr};
-    std::uint16_t typed_bit_[256] = {};  // the mask bit of a byte as typed
-    Node follow_bit_[256] = {};          // of bytes that the table reads at all
+    std::atomic<bool> has_steps_{false};  // any was made
+    std::uint16_t typed_bit_[256] = {};   // the mask bit of a byte as typed
+    Node follow_bit_[256] = {};           // of bytes that the table reads at all
     // By node, in chunks; never grows.
     std::vector<std::unique_ptr<NodeParts[]>> parts_;
     // Steps that were asked for in vain, by hash: some bits of the hash, and how often.
