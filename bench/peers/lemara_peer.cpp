@@ -193,7 +193,7 @@ int main(int argc, char** argv) {
     }
     const Sarea& main_network = *engine->sareak.at("eumorfo");
     const Taula& table = *main_network.taula;
-    const auto measure = [&](const peer::Ask& ask) {
+    const auto measure = [&](const auto& ask) {
         return peer::measure(arguments, load, words, ask);
     };
     const auto strings_of = [](Strings found) {

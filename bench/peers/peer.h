@@ -74,10 +74,6 @@ inline Arguments arguments(int argc, char** argv) {
     return result;
 }
 
-/// Asks about one word. Writes the answer to `text` if it isn't null, and returns a
-/// number that depends on the answer.
-using Ask = std::function<std::size_t(const std::string& word, std::string* text)>;
-
 /// Strings, sorted and without repeats, in one line.
 inline std::string line_of(Strings strings) {
     std::sort(strings.begin(), strings.end());
@@ -87,9 +83,14 @@ inline std::string line_of(Strings strings) {
     return line;
 }
 
-/// Times passes over the words. `before` runs in front of each pass, outside the time.
-inline int measure(const Arguments& arguments, double load_seconds, const Strings& words,
-                   const Ask& ask, const std::function<void()>& before = nullptr) {
+/// Times passes over the words. `ask(word, text)` asks about one: it writes the answer to
+/// `text`, a std::string*, if it isn't null, and returns a number that depends on the
+/// answer. `before` runs in front of each pass, outside the time.
+///
+/// A template, so that nothing but the question is in the time, not even a call.
+template <class Ask>
+int measure(const Arguments& arguments, double load_seconds, const Strings& words,
+            const Ask& ask, const std::function<void()>& before = nullptr) {
     const long rss = resident_kib();
     if (!arguments.answers.empty()) {
         if (before) before();
